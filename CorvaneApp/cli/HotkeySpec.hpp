@@ -1,0 +1,14 @@
+#pragma once
+
+#include "CorvaneCore/workspace/Hotkey.hpp"
+
+#include <string>
+
+namespace corvane {
+
+/// Reads a typed hotkey such as "ctrl+opt+1" or "cmd+shift+k": modifiers (ctrl/control,
+/// opt/option/alt, cmd/command, shift, or their symbols) joined by "+", then one key. Throws
+/// `UsageError` naming the part it does not know.
+Hotkey parseHotkeySpec(const std::string& spec);
+
+} // namespace corvane

@@ -1,0 +1,40 @@
+#include "CorvaneApp/cli/Tool.hpp"
+
+#include "CorvaneApp/cli/WorkspaceCommands.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <ostream>
+
+namespace corvane {
+
+int runTool(int argc, const char* const* argv, ToolServices& services, std::ostream& out, std::ostream& err) {
+    ToolContext context{services, out, std::nullopt};
+    CLI::App app{"Corvane keeps named Dock layouts (workspaces) and switches between them.", "corvane"};
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.add_option("--data-dir", context.dataDirOption, "Data folder (default: $CORVANE_APP_SUPPORT_DIR, else the user's)");
+    addWorkspaceCommands(app, context);
+
+    try {
+        app.parse(argc, argv);
+        return 0;
+    } catch (const CLI::CallForHelp&) {
+        out << app.help();
+        return 0;
+    } catch (const CLI::CallForAllHelp&) {
+        out << app.help("", CLI::AppFormatMode::All);
+        return 0;
+    } catch (const CLI::ParseError& error) {
+        err << "corvane: " << error.what() << "\n";
+        return 2;
+    } catch (const UsageError& error) {
+        err << "corvane: " << error.what() << "\n";
+        return 2;
+    } catch (const std::exception& error) {
+        err << "corvane: " << error.what() << "\n";
+        return 1;
+    }
+}
+
+} // namespace corvane

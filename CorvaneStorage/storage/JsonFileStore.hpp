@@ -1,0 +1,78 @@
+#pragma once
+
+#include "CorvaneCore/platform/Notifier.hpp"
+#include "CorvaneCore/support/DecodingError.hpp"
+#include "CorvaneStorage/storage/AtomicFile.hpp"
+#include "CorvaneStorage/storage/DataFileError.hpp"
+
+#include <filesystem>
+#include <string>
+#include <utility>
+
+namespace corvane {
+
+/// The pattern every store of the data folder follows. The value is loaded when the store is
+/// opened (a missing file is the codec's empty value, and nothing is written); each change
+/// re-reads the file first, so that what another process saved meanwhile is not lost, then
+/// writes the whole file atomically and posts the store's notification.
+///
+/// `Codec` provides `static Value empty()`, `static Value decode(std::string_view)` (throwing
+/// `DecodingError`) and `static std::string encode(const Value&)`.
+template <typename Value, typename Codec> class JsonFileStore {
+public:
+    /// Throws `DataFileError` when the file exists but cannot be read or decoded.
+    JsonFileStore(std::filesystem::path url, Notifier* notifier = nullptr, std::string notificationName = {})
+        : url_(std::move(url)), notifier_(notifier), notificationName_(std::move(notificationName)) {
+        auto contents = readFileIfExists(url_);
+        fileExistedOnLoad_ = contents.has_value();
+        value_ = contents ? decoded(*contents) : Codec::empty();
+    }
+    virtual ~JsonFileStore() = default;
+
+    const std::filesystem::path& url() const { return url_; }
+    bool fileExistedOnLoad() const { return fileExistedOnLoad_; }
+    const Value& value() const { return value_; }
+    Value& value() { return value_; }
+
+    /// Replaces the value with the file's, when there is a file.
+    void reload() {
+        if (auto contents = readFileIfExists(url_)) value_ = decoded(*contents);
+    }
+
+    /// Writes the value; on failure the in-memory value keeps the change.
+    void save() {
+        writeFileAtomically(url_, Codec::encode(value_));
+        if (notifier_ && !notificationName_.empty()) notifier_->post(notificationName_);
+    }
+
+protected:
+    /// Re-reads, applies `mutate` to the fresh value, saves. Returns what `mutate` returns.
+    template <typename Mutate> auto change(Mutate&& mutate) {
+        reload();
+        if constexpr (std::is_void_v<decltype(mutate(value_))>) {
+            mutate(value_);
+            save();
+        } else {
+            auto result = mutate(value_);
+            save();
+            return result;
+        }
+    }
+
+private:
+    Value decoded(const std::string& contents) const {
+        try {
+            return Codec::decode(contents);
+        } catch (const DecodingError& error) {
+            throw DataFileError(DataFileError::Operation::decode, url_, error.what());
+        }
+    }
+
+    std::filesystem::path url_;
+    Notifier* notifier_;
+    std::string notificationName_;
+    bool fileExistedOnLoad_ = false;
+    Value value_;
+};
+
+} // namespace corvane
