@@ -1,0 +1,99 @@
+#include "CorvaneStorage/backup/WorkspaceBackupStore.hpp"
+#include "CorvaneCore/workspace/ProfileCoding.hpp"
+#include "fakes/TemporaryDirectory.hpp"
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+namespace fs = std::filesystem;
+
+namespace {
+
+class WorkspaceBackups : public ::testing::Test {
+protected:
+    void writeProfiles(const std::string& name) {
+        ProfilesFile file;
+        Profile profile;
+        profile.id = Uuid::generate();
+        profile.name = name;
+        file.profiles.push_back(profile);
+        writeText(data / "profiles.json", profilesFileText(file));
+    }
+    static std::size_t filesIn(const fs::path& folder) {
+        return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+    }
+
+    TemporaryDirectory data;
+    WorkspaceBackupStore store{data.path()};
+    Date now{800000000};
+};
+
+} // namespace
+
+TEST_F(WorkspaceBackups, UnchangedDataIsBackedUpOnce) {
+    writeProfiles("Work");
+    auto first = store.backUp(WorkspaceBackup::Reason::launch, now);
+    ASSERT_TRUE(first);
+    EXPECT_FALSE(store.backUp(WorkspaceBackup::Reason::launch, now + 60));
+    EXPECT_FALSE(store.backUp(WorkspaceBackup::Reason::quit, now + 120));
+    writeProfiles("Play");
+    EXPECT_TRUE(store.backUp(WorkspaceBackup::Reason::quit, now + 180));
+    auto list = store.list();
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_EQ(list[0].reason, WorkspaceBackup::Reason::quit);
+    EXPECT_EQ(list[1], *first);
+}
+
+TEST_F(WorkspaceBackups, MissingWidgetsFileIsLeftOutAndInfoIsWritten) {
+    writeProfiles("Work");
+    auto backup = store.backUp(WorkspaceBackup::Reason::launch, now);
+    ASSERT_TRUE(backup);
+    EXPECT_TRUE(fs::exists(backup->url / "profiles.json"));
+    EXPECT_FALSE(fs::exists(backup->url / "widgets.json"));
+    EXPECT_EQ(filesIn(backup->url), 2u);
+    auto info = readText(backup->url / "info.json");
+    EXPECT_NE(info.find("\"reason\": \"launch\""), std::string::npos);
+    EXPECT_EQ(store.contents(*backup).profiles->profiles.at(0).name, "Work");
+    EXPECT_FALSE(store.contents(*backup).widgetsText);
+}
+
+TEST_F(WorkspaceBackups, KeepsTheNewestFortyAndIgnoresFoldersWithoutInfo) {
+    for (int i = 0; i < 41; ++i) {
+        writeProfiles("Version " + std::to_string(i));
+        ASSERT_TRUE(store.backUp(WorkspaceBackup::Reason::launch, now + i));
+    }
+    fs::create_directories(store.directory() / "half-written");
+    writeText(store.directory() / "broken/info.json", "{\"date\": \"not a date\", \"reason\": \"launch\"}");
+    writeProfiles("Version 41");
+    store.backUp(WorkspaceBackup::Reason::quit, now + 41);
+    auto list = store.list();
+    ASSERT_EQ(list.size(), 40u);
+    EXPECT_EQ(list.front().date, now + 41);
+    EXPECT_EQ(list.back().date, now + 2);
+    EXPECT_TRUE(fs::exists(store.directory() / "half-written")) << "a folder that is not a backup is left alone";
+}
+
+TEST_F(WorkspaceBackups, SameMomentGetsACounterInsteadOfOverwriting) {
+    writeProfiles("A");
+    auto a = store.backUp(WorkspaceBackup::Reason::launch, now);
+    writeProfiles("B");
+    auto b = store.backUp(WorkspaceBackup::Reason::launch, now);
+    ASSERT_TRUE(a && b);
+    EXPECT_NE(a->url, b->url);
+    EXPECT_EQ(b->url.filename().string(), a->url.filename().string() + "-001");
+}
+
+TEST_F(WorkspaceBackups, RestorePutsFilesBackAfterBackingUpThePresent) {
+    writeProfiles("Old");
+    writeText(data / "widgets.json", "{\"widgets\": []}\n");
+    auto old = store.backUp(WorkspaceBackup::Reason::launch, now);
+    writeProfiles("New");
+    fs::remove(data / "widgets.json");
+    store.restore(*old, now + 10);
+    EXPECT_NE(readText(data / "profiles.json").find("\"Old\""), std::string::npos);
+    EXPECT_EQ(readText(data / "widgets.json"), "{\"widgets\": []}\n");
+    auto list = store.list();
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_EQ(list[0].reason, WorkspaceBackup::Reason::restore);
+    EXPECT_NE(readText(list[0].url / "profiles.json").find("\"New\""), std::string::npos);
+}
