@@ -1,5 +1,6 @@
 #include "CorvaneApp/cli/Tool.hpp"
 
+#include "CorvaneApp/cli/TransferCommands.hpp"
 #include "CorvaneApp/cli/WorkspaceCommands.hpp"
 
 #include <CLI/CLI.hpp>
@@ -15,6 +16,7 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     app.fallthrough();
     app.add_option("--data-dir", context.dataDirOption, "Data folder (default: $CORVANE_APP_SUPPORT_DIR, else the user's)");
     addWorkspaceCommands(app, context);
+    addTransferCommands(app, context);
 
     try {
         app.parse(argc, argv);

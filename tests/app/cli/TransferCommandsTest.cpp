@@ -1,0 +1,48 @@
+#include "fakes/RunProgram.hpp"
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+
+namespace {
+struct Installation {
+    TemporaryDirectory data;
+    ProgramResult run(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {"--data-dir", data.path().string()});
+        return runProgram(CORVANE_TOOL, arguments, {"HOME=" + data.path().string()});
+    }
+};
+} // namespace
+
+TEST(TransferCommands, ExportedWorkspacesImportElsewhereAndBesideThemselves) {
+    Installation here, there;
+    here.run({"new", "Work"});
+    here.run({"new", "Play"});
+    here.run({"edit", "Work", "--hotkey", "ctrl+opt+1"});
+    auto file = (there.data / "Some Workspaces.json").string();
+    auto exported = here.run({"export", file, "work"});
+    ASSERT_EQ(exported.status, 0) << exported.err;
+    EXPECT_EQ(exported.out, "Exported 1 workspace to " + file + ".\n");
+
+    auto fresh = there.run({"import", file});
+    ASSERT_EQ(fresh.status, 0) << fresh.err;
+    EXPECT_EQ(fresh.out, "Imported 1 workspace:\n  \"Work\"\n");
+    EXPECT_NE(there.run({"show", "Work"}).out.find("⌃⌥1"), std::string::npos);
+
+    auto again = here.run({"import", file});
+    EXPECT_EQ(again.out, "Imported 1 workspace:\n  \"Work\" as \"Work (Imported)\" (new id, its id was taken; "
+                         "hotkey dropped, another workspace uses it)\n");
+    EXPECT_EQ(here.run({"show", "Work (Imported)"}).out.find("⌃⌥1"), std::string::npos);
+}
+
+TEST(TransferCommands, UndecodableImportChangesNothing) {
+    Installation here;
+    here.run({"new", "Work"});
+    auto before = readText(here.data / "profiles.json");
+    writeText(here.data / "bad.json", R"({"version": 2, "profiles": [{"name": "x"}]})");
+    auto result = here.run({"import", (here.data / "bad.json").string()});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "corvane: cannot decode " + (here.data / "bad.json").string() +
+                              ": profiles[0]: No value associated with key \"items\".\n");
+    EXPECT_EQ(readText(here.data / "profiles.json"), before);
+}
