@@ -1,0 +1,33 @@
+#pragma once
+
+#include "CorvaneCore/dock/DockPlistReader.hpp"
+#include "CorvaneCore/dock/DockPlistWriter.hpp"
+#include "CorvaneCore/platform/DockReloader.hpp"
+
+namespace corvane {
+
+/// Puts a layout into the Dock and confirms that the Dock shows it. Blocks its caller for up to
+/// two restarts of the Dock.
+class DockSwapper {
+public:
+    DockSwapper(DockPlistReader reader, DockPlistWriter writer, DockReloader& reloader)
+        : reader_(reader), writer_(writer), reloader_(reloader) {}
+
+    /// The Dock's current layout. Throws `DockError`.
+    DockSnapshot snapshot() const { return reader_.read(); }
+
+    /// Writes `target`, restarts the Dock and reads it back; tries once more when the Dock came
+    /// back with other items. Throws `DockError`; a failed attempt is not undone.
+    void swap(const DockSnapshot& target);
+
+    static constexpr const char* keptPreviousItemsReason = "the Dock kept its previous items; try again";
+
+private:
+    bool attempt(const DockSnapshot& target);
+
+    DockPlistReader reader_;
+    DockPlistWriter writer_;
+    DockReloader& reloader_;
+};
+
+} // namespace corvane

@@ -1,0 +1,71 @@
+#include "CorvaneCore/dock/DockChangeDetector.hpp"
+#include "CorvaneCore/dock/DockError.hpp"
+#include "CorvaneCore/dock/DockSwapper.hpp"
+#include "fakes/InMemoryDockBackend.hpp"
+#include "fakes/ManualClock.hpp"
+#include "fakes/ScriptedDockReloader.hpp"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+DockItem app(std::string path) { return AppEntry{std::move(path), std::nullopt, std::nullopt, std::nullopt}; }
+
+class DockSwapperTest : public ::testing::Test {
+protected:
+    DockSwapperTest() {
+        // The Dock as it was before the swap.
+        backend.tiles = DockPlistWriter::encode(DockSnapshot{{app("/Old.app")}, {}, {}});
+        oldTiles = backend.tiles;
+    }
+
+    InMemoryDockBackend backend;
+    ManualClock clock;
+    ScriptedDockReloader reloader;
+    DockSwapper swapper{DockPlistReader(backend, clock), DockPlistWriter(backend), reloader};
+    DockTiles oldTiles;
+    const DockSnapshot target{{app("/New.app"), SpacerVariant::flex}, {}, {}};
+};
+
+TEST_F(DockSwapperTest, SettlesWritesReloadsAndVerifiesOnce) {
+    swapper.swap(target);
+    EXPECT_EQ(reloader.calls, (std::vector<std::string>{"settle", "reload"}));
+    EXPECT_EQ(backend.writeCount, 1);
+    EXPECT_FALSE(DockChangeDetector::diff(target, swapper.snapshot()).hasChanges());
+}
+
+TEST_F(DockSwapperTest, ADockThatRestoresItsOldItemsOnceIsWrittenAgain) {
+    int reloads = 0;
+    reloader.onReload = [&] {
+        if (++reloads == 1) backend.tiles = oldTiles;
+    };
+    swapper.swap(target);
+    EXPECT_EQ(reloader.calls, (std::vector<std::string>{"settle", "reload", "settle", "reload"}));
+    EXPECT_FALSE(DockChangeDetector::diff(target, swapper.snapshot()).hasChanges());
+}
+
+TEST_F(DockSwapperTest, ADockThatKeepsItsOldItemsFailsAfterTheRetry) {
+    reloader.onReload = [&] { backend.tiles = oldTiles; };
+    try {
+        swapper.swap(target);
+        FAIL() << "swap succeeded";
+    } catch (const DockError& error) {
+        EXPECT_EQ(error.errorDescription(), "Failed to reload dock because the Dock kept its previous items; try again");
+    }
+    EXPECT_EQ(backend.writeCount, 2);
+}
+
+TEST_F(DockSwapperTest, AFailingStepEndsTheSwapWithItsError) {
+    backend.failNextWrite = std::make_exception_ptr(DockError::plistWriteFailed("/x", "disk full"));
+    EXPECT_THROW(swapper.swap(target), DockError);
+    EXPECT_EQ(reloader.calls, std::vector<std::string>{"settle"});
+
+    reloader.calls.clear();
+    reloader.onReload = [] { throw DockError::dockReloadFailed("the Dock did not relaunch"); };
+    EXPECT_THROW(swapper.swap(target), DockError);
+    EXPECT_EQ(reloader.calls, (std::vector<std::string>{"settle", "reload"}));
+}
+
+} // namespace
+} // namespace corvane
