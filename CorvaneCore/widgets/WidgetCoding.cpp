@@ -271,16 +271,6 @@ template <typename Record> Json encodeRecord(const Record& record) {
     return object;
 }
 
-// Collections hold bare application entries; the workspace coding owns their form, under the
-// "app" case of an item.
-Json encodeAppEntry(const AppEntry& entry) { return encodeDockItem(DockItem(entry))["app"]["_0"]; }
-
-AppEntry decodeAppEntry(const JsonReader& reader) {
-    reader.object();
-    Json wrapped = Json::object({{"app", Json::object({{"_0", reader.json()}})}});
-    return *decodeDockItem(JsonReader(wrapped, reader.path())).app();
-}
-
 template <typename T>
 constexpr bool isPayloadless = std::is_same_v<T, StopwatchKind> || std::is_same_v<T, AirdropKind> ||
                                std::is_same_v<T, FansKind>;
@@ -329,6 +319,15 @@ std::optional<int> optionalSlot(const JsonReader& reader) {
 }
 
 } // namespace
+
+// The workspace coding owns the form of an application entry, under the "app" case of an item.
+Json encodeAppEntry(const AppEntry& entry) { return encodeDockItem(DockItem(entry))["app"]["_0"]; }
+
+AppEntry decodeAppEntry(const JsonReader& reader) {
+    reader.object();
+    Json wrapped = Json::object({{"app", Json::object({{"_0", reader.json()}})}});
+    return *decodeDockItem(JsonReader(wrapped, reader.path())).app();
+}
 
 Json encodeKind(const DockWidget::Kind& kind) {
     const std::string key(kind.name());

@@ -13,6 +13,10 @@ namespace corvane {
 
 class JsonReader;
 
+/// A bare application entry, as collections hold them.
+nlohmann::json encodeAppEntry(const AppEntry& entry);
+AppEntry decodeAppEntry(const JsonReader& reader);
+
 /// `{"<case>": {"_0": settings}}`, `{"collection": {"apps": …, "layout": …}}` or `{"<case>": {}}`.
 nlohmann::json encodeKind(const DockWidget::Kind& kind);
 /// Takes the first known case key in a fixed order and ignores the rest; missing settings

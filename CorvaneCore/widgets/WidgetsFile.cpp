@@ -3,7 +3,7 @@
 #include "CorvaneCore/support/JsonCoding.hpp"
 #include "CorvaneCore/widgets/DockSlot.hpp"
 #include "CorvaneCore/widgets/WidgetAddress.hpp"
-#include "CorvaneCore/workspace/ProfileCoding.hpp"
+#include "CorvaneCore/widgets/WidgetCoding.hpp"
 
 namespace corvane {
 
@@ -28,10 +28,7 @@ WidgetsFile WidgetsFile::migrating(std::string_view legacyCollections) {
         // The legacy file is read strictly: a collection without its slot is a broken file, and
         // a half-migrated one would lose collections silently.
         DockWidget::Collection apps;
-        for (const auto& app : collection["apps"].array()) {
-            Json wrapped = Json::object({{"app", Json::object({{"_0", app.json()}})}});
-            apps.apps.push_back(*decodeDockItem(JsonReader(wrapped, app.path())).app());
-        }
+        for (const auto& app : collection["apps"].array()) apps.apps.push_back(decodeAppEntry(app));
         auto id = collection["id"].uuid();
         auto name = collection["name"].string();
         auto slot = collection["slot"].integer<int>();
