@@ -1,0 +1,122 @@
+#include "CorvaneCore/dock/DockError.hpp"
+#include "CorvaneCore/dock/DockPlistReader.hpp"
+#include "CorvaneCore/dock/DockPlistWriter.hpp"
+#include "CorvaneCore/dock/PropertyListCoding.hpp"
+#include "fakes/ManualClock.hpp"
+#include "fakes/TemporaryDirectory.hpp"
+#include "platform/posix/PlistFileBackend.hpp"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+namespace corvane {
+namespace {
+
+std::string sampleDock() { return readText(std::string(CORVANE_TEST_DATA) + "/dock/com.apple.dock.plist"); }
+
+class PlistFileBackendTest : public ::testing::Test {
+protected:
+    DockError readError() {
+        try {
+            backend.readTiles();
+        } catch (const DockError& error) {
+            return error;
+        }
+        ADD_FAILURE() << "read did not fail";
+        return DockError::noBackupAvailable();
+    }
+
+    TemporaryDirectory folder;
+    std::filesystem::path url = folder / "com.apple.dock.plist";
+    PlistFileBackend backend{url};
+};
+
+TEST_F(PlistFileBackendTest, ReadsTheTilesOfAnXmlOrBinaryFile) {
+    writeText(url, sampleDock());
+    auto tiles = backend.readTiles();
+    EXPECT_EQ(tiles.apps.size(), 3u);
+    EXPECT_EQ(tiles.others.size(), 2u);
+
+    auto binary = binaryPropertyList(*parsePropertyList(sampleDock()));
+    writeText(url, std::string(binary->begin(), binary->end()));
+    EXPECT_EQ(backend.readTiles(), tiles);
+}
+
+TEST_F(PlistFileBackendTest, WritingReplacesTheTilesAndKeepsEveryOtherKey) {
+    writeText(url, sampleDock());
+    ::chmod(url.c_str(), 0600);
+    const auto before = *parsePropertyList(sampleDock())->dictionary();
+    DockTiles tiles{{PlistDictionary{{"tile-type", "spacer-tile"}, {"tile-data", PlistDictionary{}}}}, {}};
+    backend.writeTiles(tiles);
+
+    auto text = readText(url);
+    EXPECT_TRUE(text.starts_with("<?xml")) << "written as XML";
+    auto after = *parsePropertyList(text)->dictionary();
+    EXPECT_EQ(after.size(), before.size());
+    for (const auto& [key, value] : before) {
+        if (key == "persistent-apps" || key == "persistent-others") continue;
+        EXPECT_EQ(after[key], value) << key;
+    }
+    EXPECT_EQ(backend.readTiles(), tiles);
+
+    struct stat info {};
+    ::stat(url.c_str(), &info);
+    EXPECT_EQ(info.st_mode & 0777, 0600u) << "the file keeps its permissions";
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1) << "no temporary file is left";
+}
+
+TEST_F(PlistFileBackendTest, WritingCreatesAMissingFile) {
+    backend.writeTiles({});
+    auto root = *parsePropertyList(readText(url))->dictionary();
+    EXPECT_EQ(root.size(), 2u);
+    EXPECT_EQ(backend.readTiles(), DockTiles{});
+}
+
+TEST_F(PlistFileBackendTest, EveryFailureNamesTheFile) {
+    const auto path = url.string();
+    EXPECT_EQ(readError().errorDescription(), "Failed to locate dock plist at " + path);
+
+    writeText(url, "not a plist");
+    EXPECT_EQ(readError(), DockError::plistMalformed(path, "it is not a property list"));
+
+    writeText(url, xmlPropertyList(PlistArray{1, 2}));
+    EXPECT_EQ(readError().errorDescription(), "Failed to decode dock plist at " + path + " because root is not a dictionary");
+
+    writeText(url, xmlPropertyList(PlistDictionary{{"persistent-apps", "oops"}}));
+    EXPECT_EQ(readError().underlying, "persistent-apps is not an array of dicts");
+    writeText(url, xmlPropertyList(PlistDictionary{{"persistent-others", PlistArray{PlistDictionary{}, 3}}}));
+    EXPECT_EQ(readError().underlying, "persistent-others is not an array of dicts");
+
+    std::filesystem::remove(url);
+    std::filesystem::create_directory(url);
+    EXPECT_EQ(readError().kind, DockError::Kind::plistReadFailed);
+}
+
+TEST_F(PlistFileBackendTest, AFileThatCannotBeReadBackIsNotOverwritten) {
+    writeText(url, "not a plist");
+    try {
+        backend.writeTiles({});
+        FAIL() << "write succeeded";
+    } catch (const DockError& error) {
+        EXPECT_EQ(error.errorDescription(),
+                  "Failed to write dock plist at " + url.string() + " because it is not a property list");
+    }
+    EXPECT_EQ(readText(url), "not a plist");
+}
+
+TEST_F(PlistFileBackendTest, TheSampleDockIsStableAfterOneRoundTripThroughTheFile) {
+    writeText(url, sampleDock());
+    ManualClock clock;
+    auto roundTrip = [&] {
+        DockPlistWriter(backend).write(DockPlistReader(backend, clock).read());
+        return readText(url);
+    };
+    // The first pass drops the GUIDs; after that the file no longer changes.
+    auto once = roundTrip();
+    EXPECT_EQ(once.find("GUID"), std::string::npos);
+    EXPECT_EQ(roundTrip(), once);
+}
+
+} // namespace
+} // namespace corvane
