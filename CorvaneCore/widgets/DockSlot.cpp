@@ -7,11 +7,17 @@
 
 namespace corvane::DockSlot {
 
-std::string bundleIdentifier(int n) { return std::string(slotBundleIdentifierPrefix) + std::to_string(n); }
+std::string bundleIdentifier(int n) {
+    return std::string(slotBundleIdentifierPrefix) + std::to_string(n);
+}
 
-std::string widgetBundleIdentifier(const Uuid& id) { return std::string(widgetBundleIdentifierPrefix) + id.string(); }
+std::string widgetBundleIdentifier(const Uuid& id) {
+    return std::string(widgetBundleIdentifierPrefix) + id.string();
+}
 
-std::string bundleName(int n) { return "Corvane Slot " + std::to_string(n) + ".app"; }
+std::string bundleName(int n) {
+    return "Corvane Slot " + std::to_string(n) + ".app";
+}
 
 std::optional<Uuid> widgetID(std::string_view identifier) {
     if (!identifier.starts_with(widgetBundleIdentifierPrefix)) return std::nullopt;
@@ -31,7 +37,8 @@ std::optional<int> slot(std::string_view identifier) {
 
 bool isCorvane(std::string_view identifier) {
     return identifier == appBundleIdentifier ||
-           (identifier.starts_with(appBundleIdentifier) && identifier.substr(appBundleIdentifier.size()).starts_with('.'));
+           (identifier.starts_with(appBundleIdentifier) &&
+            identifier.substr(appBundleIdentifier.size()).starts_with('.'));
 }
 
 std::optional<int> freeSlot(const std::vector<long long>& takenSlots) {

@@ -18,20 +18,47 @@ namespace corvane {
 
 /// The kinds of widget, in declaration order. Their names are the JSON keys of the kind object.
 enum class WidgetKind {
-    collection, timer, pomodoro, music, calendar, battery, clock, stopwatch, countdown, timeProgress,
-    activity, network, note, reminders, shortcut, airdrop, weather, claudeUsage, github, pet,
-    colourPicker, clipboard, bookmarks, emoji, screenshots, files, shelf, water, converter, fans,
+    collection,
+    timer,
+    pomodoro,
+    music,
+    calendar,
+    battery,
+    clock,
+    stopwatch,
+    countdown,
+    timeProgress,
+    activity,
+    network,
+    note,
+    reminders,
+    shortcut,
+    airdrop,
+    weather,
+    claudeUsage,
+    github,
+    pet,
+    colourPicker,
+    clipboard,
+    bookmarks,
+    emoji,
+    screenshots,
+    files,
+    shelf,
+    water,
+    converter,
+    fans,
     keyboardLock,
 };
 
 template <> struct EnumCases<WidgetKind> {
     static constexpr std::string_view typeName = "WidgetKind";
     static constexpr std::array<std::string_view, 31> names = {
-        "collection", "timer",   "pomodoro",    "music",        "calendar", "battery",  "clock",
-        "stopwatch",  "countdown", "timeProgress", "activity",  "network",  "note",     "reminders",
-        "shortcut",   "airdrop", "weather",     "claudeUsage",  "github",   "pet",      "colourPicker",
-        "clipboard",  "bookmarks", "emoji",     "screenshots",  "files",    "shelf",    "water",
-        "converter",  "fans",    "keyboardLock"};
+        "collection", "timer",     "pomodoro",     "music",       "calendar", "battery", "clock",
+        "stopwatch",  "countdown", "timeProgress", "activity",    "network",  "note",    "reminders",
+        "shortcut",   "airdrop",   "weather",      "claudeUsage", "github",   "pet",     "colourPicker",
+        "clipboard",  "bookmarks", "emoji",        "screenshots", "files",    "shelf",   "water",
+        "converter",  "fans",      "keyboardLock"};
 };
 
 /// A group of applications shown as one widget.
@@ -55,22 +82,22 @@ struct FansKind {
 
 /// What a widget is, with the kind's settings. The alternatives follow `WidgetKind`.
 struct DockWidgetKind {
-    using Value = std::variant<AppCollection, TimerSettings, PomodoroSettings, MusicSettings, CalendarSettings,
-                               BatterySettings, ClockSettings, StopwatchKind, CountdownSettings,
-                               TimeProgressSettings, ActivitySettings, NetworkSettings, NoteSettings,
-                               ReminderSettings, ShortcutSettings, AirdropKind, WeatherSettings,
-                               ClaudeUsageSettings, GitHubSettings, PetSettings, ColourPickerSettings,
-                               ClipboardSettings, BookmarkSettings, EmojiSettings, ScreenshotSettings,
-                               FilesSettings, ShelfSettings, WaterSettings, ConverterSettings, FansKind,
-                               KeyboardLockSettings>;
+    using Value =
+        std::variant<AppCollection, TimerSettings, PomodoroSettings, MusicSettings, CalendarSettings,
+                     BatterySettings, ClockSettings, StopwatchKind, CountdownSettings, TimeProgressSettings,
+                     ActivitySettings, NetworkSettings, NoteSettings, ReminderSettings, ShortcutSettings,
+                     AirdropKind, WeatherSettings, ClaudeUsageSettings, GitHubSettings, PetSettings,
+                     ColourPickerSettings, ClipboardSettings, BookmarkSettings, EmojiSettings,
+                     ScreenshotSettings, FilesSettings, ShelfSettings, WaterSettings, ConverterSettings,
+                     FansKind, KeyboardLockSettings>;
 
     Value value;
 
     DockWidgetKind() = default;
     template <typename Payload>
-        requires(!std::is_same_v<std::remove_cvref_t<Payload>, DockWidgetKind> &&
-                 std::is_constructible_v<Value, Payload &&>)
-    DockWidgetKind(Payload&& payload) : value(std::forward<Payload>(payload)) {}
+    requires(!std::is_same_v<std::remove_cvref_t<Payload>, DockWidgetKind> &&
+             std::is_constructible_v<Value, Payload&&>) DockWidgetKind(Payload&& payload)
+        : value(std::forward<Payload>(payload)) {}
 
     /// A kind with every setting at its default.
     static DockWidgetKind defaults(WidgetKind which);
@@ -110,7 +137,9 @@ struct DockWidget {
     /// `span` brought within 1…`kind.maxSpan()`.
     static int clampedSpan(long long span, const Kind& kind);
 
-    template <typename Settings> const Settings* settings() const { return std::get_if<Settings>(&kind.value); }
+    template <typename Settings> const Settings* settings() const {
+        return std::get_if<Settings>(&kind.value);
+    }
     /// Replaces the payload only when the widget already carries that kind of settings; none,
     /// or settings of another kind, change nothing.
     template <typename Settings> void setSettings(const std::optional<Settings>& settings) {

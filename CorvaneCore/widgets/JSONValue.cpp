@@ -8,23 +8,29 @@ namespace corvane {
 
 JSONValue JSONValue::fromJson(const nlohmann::json& json) {
     switch (json.type()) {
-    case nlohmann::json::value_t::boolean: return json.get<bool>();
+    case nlohmann::json::value_t::boolean:
+        return json.get<bool>();
     case nlohmann::json::value_t::number_integer:
     case nlohmann::json::value_t::number_unsigned:
-    case nlohmann::json::value_t::number_float: return json.get<double>();
-    case nlohmann::json::value_t::string: return json.get<std::string>();
+    case nlohmann::json::value_t::number_float:
+        return json.get<double>();
+    case nlohmann::json::value_t::string:
+        return json.get<std::string>();
     case nlohmann::json::value_t::array: {
         Array array;
         array.reserve(json.size());
-        for (const auto& element : json) array.push_back(fromJson(element));
+        for (const auto& element : json)
+            array.push_back(fromJson(element));
         return array;
     }
     case nlohmann::json::value_t::object: {
         Object object;
-        for (const auto& [key, member] : json.items()) object.emplace(key, fromJson(member));
+        for (const auto& [key, member] : json.items())
+            object.emplace(key, fromJson(member));
         return object;
     }
-    default: return nullptr;
+    default:
+        return nullptr;
     }
 }
 
@@ -38,12 +44,14 @@ nlohmann::json JSONValue::toJson() const {
     if (auto s = string()) return *s;
     if (auto a = array()) {
         auto json = nlohmann::json::array();
-        for (const auto& element : *a) json.push_back(element.toJson());
+        for (const auto& element : *a)
+            json.push_back(element.toJson());
         return json;
     }
     if (auto o = object()) {
         auto json = nlohmann::json::object();
-        for (const auto& [key, member] : *o) json[key] = member.toJson();
+        for (const auto& [key, member] : *o)
+            json[key] = member.toJson();
         return json;
     }
     return nullptr;

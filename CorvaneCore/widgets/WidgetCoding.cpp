@@ -26,7 +26,9 @@ template <typename V> void fields(PomodoroSettings& s, V& v) {
     v("startsBreaksAutomatically", s.startsBreaksAutomatically);
     v("ringsAtTheEnd", s.ringsAtTheEnd);
 }
-template <typename V> void fields(MusicSettings& s, V& v) { v("showsArtwork", s.showsArtwork); }
+template <typename V> void fields(MusicSettings& s, V& v) {
+    v("showsArtwork", s.showsArtwork);
+}
 template <typename V> void fields(CalendarSelection& s, V& v) {
     v("accountIDs", s.accountIDs);
     v("calendarIDs", s.calendarIDs);
@@ -52,7 +54,9 @@ template <typename V> void fields(CountdownSettings& s, V& v) {
     v("target", s.target);
     v("countsUpAfter", s.countsUpAfter);
 }
-template <typename V> void fields(TimeProgressSettings& s, V& v) { v("scope", s.scope); }
+template <typename V> void fields(TimeProgressSettings& s, V& v) {
+    v("scope", s.scope);
+}
 template <typename V> void fields(ActivitySettings& s, V& v) {
     v("showsCPU", s.showsCPU);
     v("showsMemory", s.showsMemory);
@@ -153,7 +157,9 @@ template <typename V> void fields(FilesSettings& s, V& v) {
     v("showsNewCount", s.showsNewCount);
     v("seenAt", s.seenAt);
 }
-template <typename V> void fields(DropZoneShelf& s, V& v) { v("paths", s.paths); }
+template <typename V> void fields(DropZoneShelf& s, V& v) {
+    v("paths", s.paths);
+}
 template <typename V> void fields(ShelfSettings& s, V& v) {
     v("shelf", s.shelf);
     v("click", s.click);
@@ -177,8 +183,8 @@ template <typename V> void fields(ConverterSettings& s, V& v) {
 // Fix-ups that need the whole record, after its fields are read.
 template <typename Record> void afterDecoding(Record&, const JsonReader&) {}
 void afterDecoding(ColourPickerSettings& s, const JsonReader&) {
-    s.historyLimit =
-        std::clamp(s.historyLimit, ColourPickerSettings::minHistoryLimit, ColourPickerSettings::maxHistoryLimit);
+    s.historyLimit = std::clamp(s.historyLimit, ColourPickerSettings::minHistoryLimit,
+                                ColourPickerSettings::maxHistoryLimit);
 }
 void afterDecoding(ConverterSettings& s, const JsonReader& reader) {
     // The record's own default units are length's; another category needs its own pair.
@@ -196,15 +202,23 @@ template <typename Record> Record decodeRecord(const JsonReader& reader);
 template <typename Record> Json encodeRecord(const Record& record);
 
 template <typename T> void readInto(const JsonReader& reader, T& out) {
-    if constexpr (std::is_same_v<T, bool>) out = reader.boolean();
-    else if constexpr (std::is_same_v<T, int> || std::is_same_v<T, std::int64_t>) out = reader.integer<T>();
-    else if constexpr (std::is_same_v<T, double>) out = reader.number();
-    else if constexpr (std::is_same_v<T, std::string>) out = reader.string();
-    else if constexpr (std::is_same_v<T, Date>) out = Date{reader.number()};
-    else if constexpr (std::is_same_v<T, Uuid>) out = reader.uuid();
-    else if constexpr (std::is_same_v<T, Hotkey>) out = decodeHotkey(reader);
+    if constexpr (std::is_same_v<T, bool>)
+        out = reader.boolean();
+    else if constexpr (std::is_same_v<T, int> || std::is_same_v<T, std::int64_t>)
+        out = reader.integer<T>();
+    else if constexpr (std::is_same_v<T, double>)
+        out = reader.number();
+    else if constexpr (std::is_same_v<T, std::string>)
+        out = reader.string();
+    else if constexpr (std::is_same_v<T, Date>)
+        out = Date{reader.number()};
+    else if constexpr (std::is_same_v<T, Uuid>)
+        out = reader.uuid();
+    else if constexpr (std::is_same_v<T, Hotkey>)
+        out = decodeHotkey(reader);
     else if constexpr (NamedEnum<T>)
-        out = reader.rawValue<T>([](std::string_view raw) { return fromCaseName<T>(raw); }, EnumCases<T>::typeName);
+        out = reader.rawValue<T>([](std::string_view raw) { return fromCaseName<T>(raw); },
+                                 EnumCases<T>::typeName);
     else if constexpr (IsOptional<T>::value) {
         typename T::value_type value{};
         readInto(reader, value);
@@ -217,20 +231,28 @@ template <typename T> void readInto(const JsonReader& reader, T& out) {
             values.push_back(std::move(value));
         }
         out = std::move(values);
-    } else out = decodeRecord<T>(reader);
+    } else
+        out = decodeRecord<T>(reader);
 }
 
 template <typename T> Json writeValue(const T& value) {
-    if constexpr (std::is_same_v<T, Date>) return value.sinceReferenceDate;
-    else if constexpr (std::is_same_v<T, Uuid>) return value.string();
-    else if constexpr (std::is_same_v<T, Hotkey>) return encodeHotkey(value);
-    else if constexpr (NamedEnum<T>) return std::string(caseName(value));
+    if constexpr (std::is_same_v<T, Date>)
+        return value.sinceReferenceDate;
+    else if constexpr (std::is_same_v<T, Uuid>)
+        return value.string();
+    else if constexpr (std::is_same_v<T, Hotkey>)
+        return encodeHotkey(value);
+    else if constexpr (NamedEnum<T>)
+        return std::string(caseName(value));
     else if constexpr (IsVector<T>::value) {
         auto array = Json::array();
-        for (const auto& element : value) array.push_back(writeValue(element));
+        for (const auto& element : value)
+            array.push_back(writeValue(element));
         return array;
-    } else if constexpr (std::is_arithmetic_v<T> || std::is_same_v<T, std::string>) return value;
-    else return encodeRecord(value);
+    } else if constexpr (std::is_arithmetic_v<T> || std::is_same_v<T, std::string>)
+        return value;
+    else
+        return encodeRecord(value);
 }
 
 struct FieldReader {
@@ -239,7 +261,9 @@ struct FieldReader {
     template <typename T> void operator()(std::string_view key, T& field) const {
         if (auto value = reader.optional(key)) readInto(*value, field);
     }
-    template <typename T> void required(std::string_view key, T& field) const { readInto(reader[key], field); }
+    template <typename T> void required(std::string_view key, T& field) const {
+        readInto(reader[key], field);
+    }
 };
 
 struct FieldWriter {
@@ -249,7 +273,8 @@ struct FieldWriter {
     template <typename T> void operator()(std::string_view key, const T& field) const {
         if constexpr (IsOptional<T>::value) {
             if (field) object[std::string(key)] = writeValue(*field);
-        } else object[std::string(key)] = writeValue(field);
+        } else
+            object[std::string(key)] = writeValue(field);
     }
     template <typename T> void required(std::string_view key, const T& field) const { (*this)(key, field); }
 };
@@ -272,20 +297,20 @@ template <typename Record> Json encodeRecord(const Record& record) {
 }
 
 template <typename T>
-constexpr bool isPayloadless = std::is_same_v<T, StopwatchKind> || std::is_same_v<T, AirdropKind> ||
-                               std::is_same_v<T, FansKind>;
+constexpr bool isPayloadless =
+    std::is_same_v<T, StopwatchKind> || std::is_same_v<T, AirdropKind> || std::is_same_v<T, FansKind>;
 
 // The order in which a kind object's keys are tried; it differs from the declaration order,
 // and the first key present wins.
 constexpr std::array<WidgetKind, 31> kDecodingOrder = {
-    WidgetKind::collection,  WidgetKind::timer,       WidgetKind::pomodoro,     WidgetKind::music,
-    WidgetKind::calendar,    WidgetKind::battery,     WidgetKind::clock,        WidgetKind::stopwatch,
-    WidgetKind::countdown,   WidgetKind::timeProgress, WidgetKind::activity,    WidgetKind::network,
-    WidgetKind::note,        WidgetKind::reminders,   WidgetKind::shortcut,     WidgetKind::airdrop,
-    WidgetKind::fans,        WidgetKind::keyboardLock, WidgetKind::weather,     WidgetKind::claudeUsage,
-    WidgetKind::github,      WidgetKind::pet,         WidgetKind::colourPicker, WidgetKind::clipboard,
-    WidgetKind::bookmarks,   WidgetKind::emoji,       WidgetKind::screenshots,  WidgetKind::files,
-    WidgetKind::shelf,       WidgetKind::water,       WidgetKind::converter,
+    WidgetKind::collection, WidgetKind::timer,        WidgetKind::pomodoro,     WidgetKind::music,
+    WidgetKind::calendar,   WidgetKind::battery,      WidgetKind::clock,        WidgetKind::stopwatch,
+    WidgetKind::countdown,  WidgetKind::timeProgress, WidgetKind::activity,     WidgetKind::network,
+    WidgetKind::note,       WidgetKind::reminders,    WidgetKind::shortcut,     WidgetKind::airdrop,
+    WidgetKind::fans,       WidgetKind::keyboardLock, WidgetKind::weather,      WidgetKind::claudeUsage,
+    WidgetKind::github,     WidgetKind::pet,          WidgetKind::colourPicker, WidgetKind::clipboard,
+    WidgetKind::bookmarks,  WidgetKind::emoji,        WidgetKind::screenshots,  WidgetKind::files,
+    WidgetKind::shelf,      WidgetKind::water,        WidgetKind::converter,
 };
 
 using KindValue = DockWidget::Kind::Value;
@@ -297,7 +322,8 @@ template <std::size_t I> DockWidget::Kind decodeAlternative(const JsonReader& ne
     } else if constexpr (std::is_same_v<T, DockWidget::Collection>) {
         nested.object();
         DockWidget::Collection collection;
-        for (const auto& app : nested["apps"].array()) collection.apps.push_back(decodeAppEntry(app));
+        for (const auto& app : nested["apps"].array())
+            collection.apps.push_back(decodeAppEntry(app));
         if (auto layout = nested.optional("layout")) readInto(*layout, collection.layout);
         return KindValue(std::in_place_index<I>, std::move(collection));
     } else {
@@ -321,7 +347,9 @@ std::optional<int> optionalSlot(const JsonReader& reader) {
 } // namespace
 
 // The workspace coding owns the form of an application entry, under the "app" case of an item.
-Json encodeAppEntry(const AppEntry& entry) { return encodeDockItem(DockItem(entry))["app"]["_0"]; }
+Json encodeAppEntry(const AppEntry& entry) {
+    return encodeDockItem(DockItem(entry))["app"]["_0"];
+}
 
 AppEntry decodeAppEntry(const JsonReader& reader) {
     reader.object();
@@ -338,9 +366,11 @@ Json encodeKind(const DockWidget::Kind& kind) {
                 return Json::object({{key, Json::object()}});
             } else if constexpr (std::is_same_v<T, DockWidget::Collection>) {
                 auto apps = Json::array();
-                for (const auto& app : payload.apps) apps.push_back(encodeAppEntry(app));
-                return Json::object({{key, Json::object({{"apps", std::move(apps)},
-                                                         {"layout", std::string(caseName(payload.layout))}})}});
+                for (const auto& app : payload.apps)
+                    apps.push_back(encodeAppEntry(app));
+                return Json::object(
+                    {{key, Json::object({{"apps", std::move(apps)},
+                                         {"layout", std::string(caseName(payload.layout))}})}});
             } else {
                 return Json::object({{key, Json::object({{"_0", encodeRecord(payload)}})}});
             }
@@ -384,8 +414,10 @@ DockWidget decodeDockWidget(const JsonReader& reader) {
 
 Json encodeWidgetsFile(const WidgetsFile& file) {
     auto widgets = Json::array();
-    for (const auto& widget : file.widgets) widgets.push_back(encodeDockWidget(widget));
-    for (const auto& entry : file.unrecognized) widgets.push_back(entry.raw.toJson());
+    for (const auto& widget : file.widgets)
+        widgets.push_back(encodeDockWidget(widget));
+    for (const auto& entry : file.unrecognized)
+        widgets.push_back(entry.raw.toJson());
     return Json::object({{"version", file.version}, {"widgets", std::move(widgets)}});
 }
 
@@ -409,7 +441,9 @@ WidgetsFile decodeWidgetsFile(const JsonReader& reader) {
     return file;
 }
 
-std::string widgetsFileText(const WidgetsFile& file) { return prettyJson(encodeWidgetsFile(file)); }
+std::string widgetsFileText(const WidgetsFile& file) {
+    return prettyJson(encodeWidgetsFile(file));
+}
 
 WidgetsFile widgetsFileFromText(std::string_view text) {
     auto json = parseJson(text);

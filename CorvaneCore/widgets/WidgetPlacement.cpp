@@ -73,7 +73,8 @@ Profile pruningStacks(const Profile& profile, const std::function<bool(const Uui
 
 Profile pruningMismatchedWidths(const Profile& profile, const std::vector<DockWidget>& widgets) {
     std::unordered_map<Uuid, int> spans;
-    for (const auto& widget : widgets) spans.emplace(widget.id, widget.span);
+    for (const auto& widget : widgets)
+        spans.emplace(widget.id, widget.span);
     Profile result = profile;
     for (auto& stack : result.stacks) {
         std::vector<int> memberSpans;
@@ -81,11 +82,14 @@ Profile pruningMismatchedWidths(const Profile& profile, const std::vector<DockWi
             if (auto it = spans.find(member); it != spans.end()) memberSpans.push_back(it->second);
         if (memberSpans.empty()) continue;
         std::map<int, int> counts;
-        for (int span : memberSpans) ++counts[span];
+        for (int span : memberSpans)
+            ++counts[span];
         int top = 0;
-        for (const auto& [span, count] : counts) top = std::max(top, count);
+        for (const auto& [span, count] : counts)
+            top = std::max(top, count);
         // The earliest member's width among the most common ones settles a tie.
-        int width = *std::find_if(memberSpans.begin(), memberSpans.end(), [&](int span) { return counts[span] == top; });
+        int width = *std::find_if(memberSpans.begin(), memberSpans.end(),
+                                  [&](int span) { return counts[span] == top; });
         std::erase_if(stack.members, [&](const Uuid& member) {
             auto it = spans.find(member);
             return it != spans.end() && it->second != width;
@@ -133,15 +137,14 @@ Profile syncing(const Profile& profile, const std::vector<DockWidget>& widgets,
         }
         bool newerBuildsWidget = address->widgetID()
                                      ? unknownIDs.contains(*address->widgetID())
-                                     : std::find(unknownSlots.begin(), unknownSlots.end(), *address->slotNumber()) !=
-                                           unknownSlots.end();
+                                     : std::find(unknownSlots.begin(), unknownSlots.end(),
+                                                 *address->slotNumber()) != unknownSlots.end();
         if (newerBuildsWidget) items.push_back(item);
     }
     result.items = std::move(items);
 
-    result = pruningStacks(result, [&](const Uuid& member) {
-        return present.contains(member) || unknownIDs.contains(member);
-    });
+    result = pruningStacks(
+        result, [&](const Uuid& member) { return present.contains(member) || unknownIDs.contains(member); });
     return pruningMismatchedWidths(result, widgets);
 }
 

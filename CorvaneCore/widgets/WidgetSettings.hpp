@@ -343,8 +343,8 @@ struct BookmarkSettings {
 
 enum class EmojiSkinTone { none, light, mediumLight, medium, mediumDark, dark };
 CORVANE_ENUM_CASES(EmojiSkinTone, std::string_view("none"), std::string_view("light"),
-                   std::string_view("mediumLight"), std::string_view("medium"), std::string_view("mediumDark"),
-                   std::string_view("dark"));
+                   std::string_view("mediumLight"), std::string_view("medium"),
+                   std::string_view("mediumDark"), std::string_view("dark"));
 
 struct EmojiSettings {
     EmojiSkinTone skinTone = EmojiSkinTone::none;
@@ -435,15 +435,23 @@ struct ConverterSettings {
     bool operator==(const ConverterSettings&) const = default;
 };
 
-inline std::pair<std::string_view, std::string_view> ConverterSettings::defaultUnits(ConversionCategory category) {
+inline std::pair<std::string_view, std::string_view>
+ConverterSettings::defaultUnits(ConversionCategory category) {
     switch (category) {
-    case ConversionCategory::length: return {"m", "ft"};
-    case ConversionCategory::mass: return {"kg", "lb"};
-    case ConversionCategory::temperature: return {"°C", "°F"};
-    case ConversionCategory::volume: return {"L", "gal"};
-    case ConversionCategory::speed: return {"km/h", "mph"};
-    case ConversionCategory::area: return {"m²", "ft²"};
-    case ConversionCategory::data: return {"MB", "GB"};
+    case ConversionCategory::length:
+        return {"m", "ft"};
+    case ConversionCategory::mass:
+        return {"kg", "lb"};
+    case ConversionCategory::temperature:
+        return {"°C", "°F"};
+    case ConversionCategory::volume:
+        return {"L", "gal"};
+    case ConversionCategory::speed:
+        return {"km/h", "mph"};
+    case ConversionCategory::area:
+        return {"m²", "ft²"};
+    case ConversionCategory::data:
+        return {"MB", "GB"};
     }
     return {"m", "ft"};
 }

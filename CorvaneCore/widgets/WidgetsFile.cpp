@@ -28,7 +28,8 @@ WidgetsFile WidgetsFile::migrating(std::string_view legacyCollections) {
         // The legacy file is read strictly: a collection without its slot is a broken file, and
         // a half-migrated one would lose collections silently.
         DockWidget::Collection apps;
-        for (const auto& app : collection["apps"].array()) apps.apps.push_back(decodeAppEntry(app));
+        for (const auto& app : collection["apps"].array())
+            apps.apps.push_back(decodeAppEntry(app));
         auto id = collection["id"].uuid();
         auto name = collection["name"].string();
         auto slot = collection["slot"].integer<int>();

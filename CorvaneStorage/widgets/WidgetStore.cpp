@@ -8,9 +8,13 @@
 
 namespace corvane {
 
-WidgetsFile WidgetsFileCodec::decode(std::string_view text) { return widgetsFileFromText(text); }
+WidgetsFile WidgetsFileCodec::decode(std::string_view text) {
+    return widgetsFileFromText(text);
+}
 
-std::string WidgetsFileCodec::encode(const WidgetsFile& file) { return widgetsFileText(file); }
+std::string WidgetsFileCodec::encode(const WidgetsFile& file) {
+    return widgetsFileText(file);
+}
 
 WidgetStore::WidgetStore(std::filesystem::path url, std::optional<std::filesystem::path> legacyCollectionsURL,
                          Notifier* notifier)

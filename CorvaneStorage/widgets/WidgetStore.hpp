@@ -20,7 +20,7 @@ struct WidgetsFileCodec {
 
 /// A change asked of a widget the widgets file does not hold.
 class WidgetNotFoundError : public std::runtime_error {
-public:
+  public:
     explicit WidgetNotFoundError(const Uuid& id_)
         : std::runtime_error("Failed to find widget with id " + id_.string()), id(id_) {}
 
@@ -30,12 +30,13 @@ public:
 /// The widgets file, "widgets.json". Entries this build cannot read ride along untouched in
 /// every save, and their slots stay reserved.
 class WidgetStore : public JsonFileStore<WidgetsFile, WidgetsFileCodec> {
-public:
+  public:
     /// When there is no widgets file yet but the older collections file exists, its collections
     /// become the widgets file, which is written at once so that the migration runs only once.
     /// The older file is left in place. A collections file that does not decode throws
     /// `DataFileError` (decode) naming it, and nothing is written.
-    explicit WidgetStore(std::filesystem::path url, std::optional<std::filesystem::path> legacyCollectionsURL = {},
+    explicit WidgetStore(std::filesystem::path url,
+                         std::optional<std::filesystem::path> legacyCollectionsURL = {},
                          Notifier* notifier = nullptr);
 
     const WidgetsFile& file() const { return value(); }
@@ -56,7 +57,7 @@ public:
     /// Removes the widget; an unknown id changes nothing, though the file is still saved.
     void remove(const Uuid& id);
 
-private:
+  private:
     template <typename Change> auto changeWidget(const Uuid& id, Change&& change);
 };
 

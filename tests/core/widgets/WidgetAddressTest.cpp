@@ -1,6 +1,6 @@
+#include "CorvaneCore/widgets/WidgetAddress.hpp"
 #include "CorvaneCore/widgets/DockSlot.hpp"
 #include "CorvaneCore/widgets/DockWidget.hpp"
-#include "CorvaneCore/widgets/WidgetAddress.hpp"
 
 #include <gtest/gtest.h>
 
@@ -35,7 +35,8 @@ TEST(WidgetAddress, ReadsOnlyWellFormedPlaceholderIdentifiers) {
     for (const auto& c : cases) {
         std::optional<std::string_view> identifier;
         if (c.identifier) identifier = *c.identifier;
-        EXPECT_EQ(WidgetAddress::fromBundleIdentifier(identifier), c.expected) << c.identifier.value_or("(none)");
+        EXPECT_EQ(WidgetAddress::fromBundleIdentifier(identifier), c.expected)
+            << c.identifier.value_or("(none)");
     }
 }
 

@@ -1,7 +1,7 @@
+#include "CorvaneCore/widgets/WidgetCoding.hpp"
 #include "CorvaneCore/support/DecodingError.hpp"
 #include "CorvaneCore/support/JsonCoding.hpp"
 #include "CorvaneCore/widgets/DockSlot.hpp"
-#include "CorvaneCore/widgets/WidgetCoding.hpp"
 #include "fakes/TemporaryDirectory.hpp"
 
 #include <gtest/gtest.h>
@@ -23,7 +23,8 @@ DockWidget widgetWithKind(const std::string& kind, const std::string& extra = ""
 
 std::vector<WidgetKind> allKinds() {
     std::vector<WidgetKind> kinds;
-    for (std::size_t i = 0; i < EnumCases<WidgetKind>::names.size(); ++i) kinds.push_back(static_cast<WidgetKind>(i));
+    for (std::size_t i = 0; i < EnumCases<WidgetKind>::names.size(); ++i)
+        kinds.push_back(static_cast<WidgetKind>(i));
     return kinds;
 }
 
@@ -68,7 +69,8 @@ TEST(DockWidgetCoding, SpansAreDefaultedByKindAndStyleAndClampedToTheKind) {
         {R"({"pomodoro": {"_0": {}}})", "", 2},
         {R"({"water": {"_0": {}}})", "", 3},
     };
-    for (const auto& c : cases) EXPECT_EQ(widgetWithKind(c.kind, c.span).span, c.expected) << c.kind << c.span;
+    for (const auto& c : cases)
+        EXPECT_EQ(widgetWithKind(c.kind, c.span).span, c.expected) << c.kind << c.span;
 }
 
 TEST(DockWidgetCoding, TheFirstKnownKeyInTheFixedOrderWins) {
@@ -83,7 +85,8 @@ TEST(DockWidgetCoding, TheFirstKnownKeyInTheFixedOrderWins) {
         {R"({"converter": {"_0": {}}, "airdrop": {}})", WidgetKind::airdrop},
         {R"({"hologram": {}, "emoji": {"_0": {}}})", WidgetKind::emoji},
     };
-    for (const auto& c : cases) EXPECT_EQ(widgetWithKind(c.kind).kind.which(), c.expected) << c.kind;
+    for (const auto& c : cases)
+        EXPECT_EQ(widgetWithKind(c.kind).kind.which(), c.expected) << c.kind;
 }
 
 TEST(DockWidgetCoding, KindsThatCannotBeReadFailWithTheirReason) {
@@ -98,7 +101,8 @@ TEST(DockWidgetCoding, KindsThatCannotBeReadFailWithTheirReason) {
         {R"({"collection": {"layout": "grid"}})", "No value associated with key \"apps\"."},
         {R"({"battery": {"_0": {"style": "hologram"}}})",
          "Cannot initialize BatteryTileStyle from invalid String value hologram"},
-        {R"({"pomodoro": {"_0": {"focus": "long"}}})", "Expected to decode Double but found a string instead."},
+        {R"({"pomodoro": {"_0": {"focus": "long"}}})",
+         "Expected to decode Double but found a string instead."},
     };
     for (const auto& c : cases) {
         try {
@@ -162,14 +166,15 @@ TEST(DockWidgetCoding, SettingsRecordsKeepEveryFieldThroughTheFile) {
     usage.shows = ClaudeUsageShows::weeklyLimit;
 
     ShelfSettings shelf;
-    shelf.shelf.paths = {"/tmp/a", "/tmp/b"};
+    shelf.shelf.paths = {"/Users/me/Desktop/a.pdf", "/Users/me/Desktop/b.png"};
     shelf.removesOnDragOut = true;
 
     DockWidget::Collection collection;
     collection.apps = {AppEntry{"/Applications/Mail.app", "com.apple.mail", "Mail", Bytes{1, 2, 3}}};
     collection.layout = CollectionLayout::vertical;
 
-    const std::vector<DockWidget::Kind> kinds = {pet, picker, bookmarks, files, calendar, usage, shelf, collection};
+    const std::vector<DockWidget::Kind> kinds = {pet,      picker, bookmarks, files,
+                                                 calendar, usage,  shelf,     collection};
     for (const auto& kind : kinds) {
         DockWidget widget(Uuid::generate(), "W", {}, kind);
         auto text = prettyJson(encodeDockWidget(widget));
@@ -178,18 +183,27 @@ TEST(DockWidgetCoding, SettingsRecordsKeepEveryFieldThroughTheFile) {
 }
 
 TEST(DockWidgetCoding, DecodingFixesRangesAndPicksTheCategorysUnits) {
-    EXPECT_EQ(widgetWithKind(R"({"colourPicker": {"_0": {"historyLimit": 100}}})").colourPickerSettings()->historyLimit, 60);
-    EXPECT_EQ(widgetWithKind(R"({"colourPicker": {"_0": {"historyLimit": 1}}})").colourPickerSettings()->historyLimit, 4);
+    EXPECT_EQ(widgetWithKind(R"({"colourPicker": {"_0": {"historyLimit": 100}}})")
+                  .colourPickerSettings()
+                  ->historyLimit,
+              60);
+    EXPECT_EQ(widgetWithKind(R"({"colourPicker": {"_0": {"historyLimit": 1}}})")
+                  .colourPickerSettings()
+                  ->historyLimit,
+              4);
 
-    auto temperature = *widgetWithKind(R"({"converter": {"_0": {"category": "temperature"}}})").converterSettings();
+    auto temperature =
+        *widgetWithKind(R"({"converter": {"_0": {"category": "temperature"}}})").converterSettings();
     EXPECT_EQ(temperature.from, "°C");
     EXPECT_EQ(temperature.to, "°F");
     EXPECT_EQ(temperature.value, 1.0);
-    auto mass = *widgetWithKind(R"({"converter": {"_0": {"category": "mass", "to": "oz"}}})").converterSettings();
+    auto mass =
+        *widgetWithKind(R"({"converter": {"_0": {"category": "mass", "to": "oz"}}})").converterSettings();
     EXPECT_EQ(mass.from, "kg");
     EXPECT_EQ(mass.to, "oz");
 
-    auto weather = *widgetWithKind(R"({"weather": {"_0": {"latitude": 52.52, "cityName": null}}})").weatherSettings();
+    auto weather =
+        *widgetWithKind(R"({"weather": {"_0": {"latitude": 52.52, "cityName": null}}})").weatherSettings();
     EXPECT_EQ(weather.latitude, 52.52);
     EXPECT_FALSE(weather.longitude);
     EXPECT_FALSE(weather.cityName);
@@ -224,7 +238,8 @@ TEST(WidgetsFileCoding, AnEmptyListIsAnEmptyFileButAMissingListOrVersionFails) {
     auto empty = widgetsFileFromText(R"({"version": 1, "widgets": []})");
     EXPECT_TRUE(empty.widgets.empty());
     EXPECT_TRUE(empty.unrecognized.empty());
-    for (const char* text : {R"([])", R"({"version": 1})", R"({"widgets": []})", R"({"version": 1, "widgets": {}})"})
+    for (const char* text :
+         {R"([])", R"({"version": 1})", R"({"widgets": []})", R"({"version": 1, "widgets": {}})"})
         EXPECT_THROW(widgetsFileFromText(text), DecodingError) << text;
 }
 
@@ -241,7 +256,8 @@ TEST(JSONValue, EncodesBackToTheValueItWasReadFrom) {
 TEST(WidgetsFile, FreeSlotCountsWidgetsAndWholeNumberSlotsOfUnreadableEntries) {
     auto slotted = [](int slot) { return DockWidget(Uuid::generate(), "W", slot, DockWidget::Kind()); };
     auto unknown = [](const std::string& slot) {
-        return UnrecognizedWidget{JSONValue::fromJson(Json::parse(R"({"kind": {"x": {}}, "slot": )" + slot + "}"))};
+        return UnrecognizedWidget{
+            JSONValue::fromJson(Json::parse(R"({"kind": {"x": {}}, "slot": )" + slot + "}"))};
     };
 
     WidgetsFile file;
@@ -253,14 +269,16 @@ TEST(WidgetsFile, FreeSlotCountsWidgetsAndWholeNumberSlotsOfUnreadableEntries) {
     EXPECT_EQ(file.freeSlot(), 3);
 
     file.widgets.clear();
-    for (int slot = 1; slot <= 11; ++slot) file.widgets.push_back(slotted(slot));
+    for (int slot = 1; slot <= 11; ++slot)
+        file.widgets.push_back(slotted(slot));
     file.unrecognized = {unknown("12")};
     EXPECT_FALSE(file.freeSlot());
     EXPECT_EQ(DockSlot::freeSlot(file.widgets), 12);
 }
 
 TEST(WidgetsFile, MigratesLegacyCollectionsToSlottedCollectionWidgets) {
-    auto file = WidgetsFile::migrating(readText(std::string(CORVANE_TEST_DATA) + "/widgets/collections.json"));
+    auto file =
+        WidgetsFile::migrating(readText(std::string(CORVANE_TEST_DATA) + "/widgets/collections.json"));
     EXPECT_EQ(file.version, 1);
     EXPECT_TRUE(file.unrecognized.empty());
     ASSERT_EQ(file.widgets.size(), 2u);
@@ -271,12 +289,13 @@ TEST(WidgetsFile, MigratesLegacyCollectionsToSlottedCollectionWidgets) {
     EXPECT_EQ(browsers.span, 1);
     EXPECT_EQ(browsers.collectionLayout(), CollectionLayout::grid);
     ASSERT_EQ(browsers.apps()->size(), 2u);
-    EXPECT_EQ((*browsers.apps())[0], (AppEntry{"/Applications/Safari.app", "com.apple.Safari", "Safari", {}}));
+    EXPECT_EQ((*browsers.apps())[0],
+              (AppEntry{"/Applications/Safari.app", "com.apple.Safari", "Safari", {}}));
     EXPECT_EQ((*browsers.apps())[1].path, "/Applications/Firefox.app");
     EXPECT_EQ(file.widgets[1].slot, 1);
 
-    EXPECT_THROW(
-        WidgetsFile::migrating(readText(std::string(CORVANE_TEST_DATA) + "/widgets/collections-without-slot.json")),
-        DecodingError);
+    EXPECT_THROW(WidgetsFile::migrating(
+                     readText(std::string(CORVANE_TEST_DATA) + "/widgets/collections-without-slot.json")),
+                 DecodingError);
     EXPECT_THROW(WidgetsFile::migrating("not json"), DecodingError);
 }

@@ -1,6 +1,6 @@
+#include "CorvaneCore/widgets/WidgetPlacement.hpp"
 #include "CorvaneCore/support/JsonCoding.hpp"
 #include "CorvaneCore/widgets/DockSlot.hpp"
-#include "CorvaneCore/widgets/WidgetPlacement.hpp"
 
 #include <gtest/gtest.h>
 
@@ -28,7 +28,9 @@ Profile workspace(std::vector<DockItem> items, std::vector<WidgetStack> stacks =
     return profile;
 }
 
-WidgetStack stack(std::vector<Uuid> members) { return WidgetStack{Uuid::generate(), std::move(members)}; }
+WidgetStack stack(std::vector<Uuid> members) {
+    return WidgetStack{Uuid::generate(), std::move(members)};
+}
 
 } // namespace
 
@@ -58,10 +60,10 @@ TEST(WidgetPlacement, HidingRemovesEveryPlaceholderAndStackMembership) {
     auto note = widget("Note", 2);
     auto other = widget("Other");
     auto third = widget("Third");
-    auto profile = workspace(
-        {app(DockSlot::widgetBundleIdentifier(note.id)), app("com.apple.Safari"), app("dev.tessik.Corvane.Slot2"),
-         app("dev.tessik.Corvane.Slot13"), app(DockSlot::widgetBundleIdentifier(other.id))},
-        {stack({note.id, other.id}), stack({note.id, other.id, third.id})});
+    auto profile = workspace({app(DockSlot::widgetBundleIdentifier(note.id)), app("com.apple.Safari"),
+                              app("dev.tessik.Corvane.Slot2"), app("dev.tessik.Corvane.Slot13"),
+                              app(DockSlot::widgetBundleIdentifier(other.id))},
+                             {stack({note.id, other.id}), stack({note.id, other.id, third.id})});
     auto hidden = WP::setting(note, false, profile, kHelper);
     ASSERT_EQ(hidden.items.size(), 3u);
     EXPECT_EQ(hidden.items[0], app("com.apple.Safari"));
@@ -73,7 +75,8 @@ TEST(WidgetPlacement, HidingRemovesEveryPlaceholderAndStackMembership) {
 }
 
 TEST(WidgetPlacement, StacksKeepTheMostCommonWidthEarliestFirst) {
-    auto w2a = widget("a", {}, 2), w1a = widget("b", {}, 1), w1b = widget("c", {}, 1), w2b = widget("d", {}, 2);
+    auto w2a = widget("a", {}, 2), w1a = widget("b", {}, 1), w1b = widget("c", {}, 1),
+         w2b = widget("d", {}, 2);
     auto stranger = Uuid::generate();
     std::vector<DockWidget> widgets = {w2a, w1a, w1b, w2b};
     auto profile = workspace({}, {stack({w2a.id, w1a.id, w1b.id, w2b.id}), stack({w1a.id, w2a.id}),
@@ -88,7 +91,8 @@ TEST(WidgetPlacement, StacksKeepTheMostCommonWidthEarliestFirst) {
 TEST(WidgetPlacement, KeepingStacksCarriesOnlyWidgetsTheTargetShows) {
     auto a = widget("a"), b = widget("b"), c = widget("c");
     auto source = workspace({}, {stack({a.id, b.id, c.id}), stack({a.id, c.id})});
-    auto target = workspace({app(DockSlot::widgetBundleIdentifier(a.id)), app(DockSlot::widgetBundleIdentifier(b.id))});
+    auto target =
+        workspace({app(DockSlot::widgetBundleIdentifier(a.id)), app(DockSlot::widgetBundleIdentifier(b.id))});
     auto result = WP::keepingStacks(source, target, {a, b, c});
     EXPECT_EQ(result.items, target.items);
     EXPECT_EQ(result.id, target.id);
@@ -102,7 +106,8 @@ TEST(WidgetPlacement, ReplacedAppsComeFromShownMusicWidgetsOnly) {
     auto profile = workspace({app(DockSlot::widgetBundleIdentifier(note.id))});
     EXPECT_TRUE(WP::replacedApps(profile, {music, note}).empty());
     profile = WP::setting(music, true, profile, kHelper);
-    EXPECT_EQ(WP::replacedApps(profile, {music, note}), (std::set<std::string>{"com.apple.Music", "com.spotify.client"}));
+    EXPECT_EQ(WP::replacedApps(profile, {music, note}),
+              (std::set<std::string>{"com.apple.Music", "com.spotify.client"}));
 }
 
 TEST(WidgetPlacement, SyncingRefreshesKeepsAndDropsPlaceholders) {
@@ -111,20 +116,23 @@ TEST(WidgetPlacement, SyncingRefreshesKeepsAndDropsPlaceholders) {
     auto gone = widget("Gone");
     auto newerId = Uuid::generate();
     std::vector<UnrecognizedWidget> unrecognized = {
-        {JSONValue::fromJson(Json::parse(R"({"id": ")" + newerId.string() + R"(", "slot": 7, "kind": {"x": {}}})"))},
+        {JSONValue::fromJson(
+            Json::parse(R"({"id": ")" + newerId.string() + R"(", "slot": 7, "kind": {"x": {}}})"))},
         {JSONValue::fromJson(Json::parse(R"({"id": 12, "slot": 8.5, "kind": {"x": {}}})"))},
     };
     AppEntry stale{"/old/helper.app", DockSlot::widgetBundleIdentifier(renamed.id), "Old name", Bytes{9}};
-    auto profile = workspace(
-        {app("com.apple.Safari"), stale, app(DockSlot::widgetBundleIdentifier(gone.id)),
-         app(DockSlot::widgetBundleIdentifier(slotted.id)), app(DockSlot::widgetBundleIdentifier(newerId)),
-         app("dev.tessik.Corvane.Slot7"), app("dev.tessik.Corvane.Slot8"), app("dev.tessik.Corvane.Slot13")},
-        {stack({renamed.id, gone.id}), stack({renamed.id, newerId}), stack({slotted.id, renamed.id, newerId})});
+    auto profile = workspace({app("com.apple.Safari"), stale, app(DockSlot::widgetBundleIdentifier(gone.id)),
+                              app(DockSlot::widgetBundleIdentifier(slotted.id)),
+                              app(DockSlot::widgetBundleIdentifier(newerId)), app("dev.tessik.Corvane.Slot7"),
+                              app("dev.tessik.Corvane.Slot8"), app("dev.tessik.Corvane.Slot13")},
+                             {stack({renamed.id, gone.id}), stack({renamed.id, newerId}),
+                              stack({slotted.id, renamed.id, newerId})});
 
     std::vector<std::optional<int>> askedSlots;
     auto helperPath = [&](std::optional<int> slot) {
         askedSlots.push_back(slot);
-        return slot ? "/helpers/Corvane Slot " + std::to_string(*slot) + ".app/" : std::string("/helpers/Widget.app");
+        return slot ? "/helpers/Corvane Slot " + std::to_string(*slot) + ".app/"
+                    : std::string("/helpers/Widget.app");
     };
     auto synced = WP::syncing(profile, {renamed, slotted}, unrecognized, helperPath);
 

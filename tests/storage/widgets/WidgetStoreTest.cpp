@@ -1,6 +1,6 @@
+#include "CorvaneStorage/widgets/WidgetStore.hpp"
 #include "CorvaneCore/widgets/DockSlot.hpp"
 #include "CorvaneStorage/storage/DataFileError.hpp"
-#include "CorvaneStorage/widgets/WidgetStore.hpp"
 #include "fakes/RecordingNotifier.hpp"
 #include "fakes/TemporaryDirectory.hpp"
 
@@ -13,7 +13,9 @@ using Json = nlohmann::json;
 
 namespace {
 
-std::string dataFile(const std::string& name) { return readText(std::string(CORVANE_TEST_DATA) + "/widgets/" + name); }
+std::string dataFile(const std::string& name) {
+    return readText(std::string(CORVANE_TEST_DATA) + "/widgets/" + name);
+}
 
 DockWidget note(std::string name, std::optional<int> slot = {}) {
     return DockWidget(Uuid::generate(), std::move(name), slot, NoteSettings{});
