@@ -101,11 +101,5 @@ TEST_F(DockPlistReaderTest, TheFirstUndecodableTileFailsTheWholeRead) {
     EXPECT_EQ(readError().underlying, "file tile is missing tile-data.file-data._CFURLString");
 }
 
-TEST_F(DockPlistReaderTest, AnEmptyDockIsAnEmptySnapshot) {
-    auto snapshot = read();
-    EXPECT_TRUE(snapshot.apps.empty());
-    EXPECT_TRUE(snapshot.others.empty());
-}
-
 } // namespace
 } // namespace corvane

@@ -1,3 +1,4 @@
+#include "CorvaneCore/dock/DockPlistPath.hpp"
 #include "CorvaneCore/dock/DockURLString.hpp"
 
 #include <gtest/gtest.h>
@@ -33,6 +34,11 @@ TEST(DockURLString, TextThatIsNoFileURLIsTakenAsAPath) {
 TEST(DockURLString, PathsSurviveTheirOwnURL) {
     for (std::string path : {"/Applications/Safari.app", "/Users/sam/My Files/ünïcødé?#%.pdf", "/"})
         EXPECT_EQ(DockURLString::path(DockURLString::fileURLString(path, false)), path) << path;
+}
+
+TEST(DockPlistPath, IsTheDocksFileInTheUsersPreferencesFolder) {
+    EXPECT_EQ(DockPlistPath::userDockPlistPath({{"HOME", "/Users/sam"}}),
+              "/Users/sam/Library/Preferences/com.apple.dock.plist");
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include "CorvaneCore/dock/PropertyListCoding.hpp"
-#include "core/dock/DockFixtures.hpp"
 
 #include <gtest/gtest.h>
 
@@ -35,17 +34,6 @@ TEST(PropertyListCoding, EveryValueKindSurvivesBinaryAndXml) {
     auto xml = xmlPropertyList(withoutUid);
     EXPECT_NE(xml.find("<integer>-1</integer>"), std::string::npos);
     EXPECT_EQ(parsePropertyList(xml), PlistValue(withoutUid));
-}
-
-TEST(PropertyListCoding, ReadsTheDocksXmlFile) {
-    auto root = testing::sampleDockRoot();
-    EXPECT_EQ(root["autohide"].boolean(), true);
-    EXPECT_EQ(root["tilesize"].number(), 48.0);
-    ASSERT_TRUE(root["persistent-apps"].array());
-    auto chrome = *(*root["persistent-apps"].array())[0].dictionary();
-    EXPECT_EQ(*stringAt(chrome, {"tile-data", "file-data", "_CFURLString"}), "file:///Applications/Google%20Chrome.app/");
-    EXPECT_EQ(valueAt(chrome, {"tile-data", "book"})->storage.index(), PlistValue(Bytes{}).storage.index());
-    EXPECT_EQ(valueAt(chrome, {"tile-data", "missing", "deeper"}), nullptr);
 }
 
 TEST(PropertyListCoding, AnythingElseIsNoPropertyList) {
