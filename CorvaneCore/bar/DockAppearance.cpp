@@ -22,8 +22,10 @@ std::optional<double> numberIn(const PlistValue* value) {
 
 } // namespace
 
-DockAppearance DockAppearance::fromDockPreferences(const PlistValue* tileSize, const PlistValue* showsProcessIndicators,
-                                                   const PlistValue* magnification, const PlistValue* largeSize) {
+DockAppearance DockAppearance::fromDockPreferences(const PlistValue* tileSize,
+                                                   const PlistValue* showsProcessIndicators,
+                                                   const PlistValue* magnification,
+                                                   const PlistValue* largeSize) {
     DockAppearance appearance;
     appearance.tileSize = std::clamp(numberIn(tileSize).value_or(48), kSmallestSize, kLargestSize);
     if (auto shows = numberIn(showsProcessIndicators)) appearance.showsProcessIndicators = *shows != 0;

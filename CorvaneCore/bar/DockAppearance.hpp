@@ -24,7 +24,8 @@ struct DockAppearance {
     /// From the macOS Dock's own preferences ("tilesize", "show-process-indicators",
     /// "magnification", "largesize"), each as read or null when missing. A value that is not a
     /// number takes the Dock's default; booleans count as numbers, as the Dock stores either.
-    static DockAppearance fromDockPreferences(const PlistValue* tileSize, const PlistValue* showsProcessIndicators,
+    static DockAppearance fromDockPreferences(const PlistValue* tileSize,
+                                              const PlistValue* showsProcessIndicators,
                                               const PlistValue* magnification, const PlistValue* largeSize);
 
     /// The size a hovered icon under the pointer reaches; magnification never shrinks it.

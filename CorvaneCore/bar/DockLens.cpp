@@ -10,7 +10,9 @@ namespace corvane {
 namespace {
 
 // An undershooting spring must not shrink icons below their resting size.
-double strength(const SpringValue& amount) { return amount.value > 0 ? amount.value : 0; }
+double strength(const SpringValue& amount) {
+    return amount.value > 0 ? amount.value : 0;
+}
 
 } // namespace
 
@@ -62,7 +64,8 @@ double DockLens::anchor(std::span<const double> separators, const DockMetrics& m
     return (1 - k) * rawDisplacement(below, metrics) + k * rawDisplacement(above, metrics);
 }
 
-double DockLens::displacement(double center, std::span<const double> separators, const DockMetrics& metrics) const {
+double DockLens::displacement(double center, std::span<const double> separators,
+                              const DockMetrics& metrics) const {
     return rawDisplacement(center, metrics) - anchor(separators, metrics);
 }
 

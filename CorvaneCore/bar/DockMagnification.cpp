@@ -36,7 +36,8 @@ double displacement(double distance, const DockMetrics& metrics) {
     if (!c) return 0;
     double u = std::min(std::abs(distance), c->radius);
     // The integral of the raised-cosine growth from the pointer to u.
-    double pushed = c->extra * 0.5 * (u + (c->radius / std::numbers::pi) * std::sin(std::numbers::pi * u / c->radius));
+    double pushed =
+        c->extra * 0.5 * (u + (c->radius / std::numbers::pi) * std::sin(std::numbers::pi * u / c->radius));
     return distance < 0 ? -pushed : pushed;
 }
 
@@ -44,7 +45,8 @@ std::vector<double> scales(std::span<const double> centers, std::optional<double
                            const DockMetrics& metrics) {
     std::vector<double> result(centers.size(), 1.0);
     if (!pointerX) return result;
-    for (std::size_t i = 0; i < centers.size(); ++i) result[i] = scale(centers[i] - *pointerX, metrics);
+    for (std::size_t i = 0; i < centers.size(); ++i)
+        result[i] = scale(centers[i] - *pointerX, metrics);
     return result;
 }
 

@@ -12,7 +12,9 @@ constexpr double kZoomTolerance = 2;
 // correct the same window forever.
 constexpr double kSmallestMove = 1;
 
-double clampedThickness(double thickness, double span) { return std::clamp(thickness, 0.0, std::max(span - 1, 0.0)); }
+double clampedThickness(double thickness, double span) {
+    return std::clamp(thickness, 0.0, std::max(span - 1, 0.0));
+}
 
 bool isWithin(const Rect& a, const Rect& b, double tolerance) {
     return std::abs(a.x - b.x) <= tolerance && std::abs(a.y - b.y) <= tolerance &&
@@ -44,15 +46,20 @@ Rect usableFrame(const Rect& visible, const Rect& screen, DockPosition position,
 
 bool fillsVisible(const Rect& window, const Rect& visible, DockPosition position) {
     if (position == DockPosition::bottom)
-        return window.minY() <= visible.minY() + kZoomTolerance && window.maxY() >= visible.maxY() - kZoomTolerance;
-    return window.minX() <= visible.minX() + kZoomTolerance && window.maxX() >= visible.maxX() - kZoomTolerance;
+        return window.minY() <= visible.minY() + kZoomTolerance &&
+               window.maxY() >= visible.maxY() - kZoomTolerance;
+    return window.minX() <= visible.minX() + kZoomTolerance &&
+           window.maxX() >= visible.maxX() - kZoomTolerance;
 }
 
 double intrusion(const Rect& window, const Rect& usable, DockPosition position) {
     switch (position) {
-    case DockPosition::bottom: return usable.minY() - window.minY();
-    case DockPosition::left: return usable.minX() - window.minX();
-    case DockPosition::right: return window.maxX() - usable.maxX();
+    case DockPosition::bottom:
+        return usable.minY() - window.minY();
+    case DockPosition::left:
+        return usable.minX() - window.minX();
+    case DockPosition::right:
+        return window.maxX() - usable.maxX();
     }
     return 0;
 }

@@ -22,9 +22,12 @@ std::optional<Enum> fromRaw(const std::array<Enum, N>& cases, std::string_view r
 
 std::string_view rawValue(HoverEffect effect) {
     switch (effect) {
-    case HoverEffect::none: return "none";
-    case HoverEffect::scale: return "scale";
-    case HoverEffect::magnify: return "magnify";
+    case HoverEffect::none:
+        return "none";
+    case HoverEffect::scale:
+        return "scale";
+    case HoverEffect::magnify:
+        return "magnify";
     }
     return "scale";
 }
@@ -35,9 +38,12 @@ std::optional<HoverEffect> hoverEffectFromRaw(std::string_view raw) {
 
 std::string_view rawValue(LaunchAnimation animation) {
     switch (animation) {
-    case LaunchAnimation::bounce: return "bounce";
-    case LaunchAnimation::pulse: return "pulse";
-    case LaunchAnimation::shake: return "shake";
+    case LaunchAnimation::bounce:
+        return "bounce";
+    case LaunchAnimation::pulse:
+        return "pulse";
+    case LaunchAnimation::shake:
+        return "shake";
     }
     return "bounce";
 }
@@ -48,8 +54,10 @@ std::optional<LaunchAnimation> launchAnimationFromRaw(std::string_view raw) {
 
 std::string_view rawValue(IndicatorStyle style) {
     switch (style) {
-    case IndicatorStyle::dot: return "dot";
-    case IndicatorStyle::dash: return "dash";
+    case IndicatorStyle::dot:
+        return "dot";
+    case IndicatorStyle::dash:
+        return "dash";
     }
     return "dot";
 }
@@ -60,20 +68,27 @@ std::optional<IndicatorStyle> indicatorStyleFromRaw(std::string_view raw) {
 
 std::string_view rawValue(TrashIcon icon) {
     switch (icon) {
-    case TrashIcon::system: return "system";
-    case TrashIcon::wire: return "wire";
-    case TrashIcon::aqua: return "aqua";
-    case TrashIcon::steel: return "steel";
-    case TrashIcon::snow: return "snow";
-    case TrashIcon::neon: return "neon";
-    case TrashIcon::recycle: return "recycle";
+    case TrashIcon::system:
+        return "system";
+    case TrashIcon::wire:
+        return "wire";
+    case TrashIcon::aqua:
+        return "aqua";
+    case TrashIcon::steel:
+        return "steel";
+    case TrashIcon::snow:
+        return "snow";
+    case TrashIcon::neon:
+        return "neon";
+    case TrashIcon::recycle:
+        return "recycle";
     }
     return "system";
 }
 
 std::optional<TrashIcon> trashIconFromRaw(std::string_view raw) {
-    return fromRaw(std::array{TrashIcon::system, TrashIcon::wire, TrashIcon::aqua, TrashIcon::steel, TrashIcon::snow,
-                              TrashIcon::neon, TrashIcon::recycle},
+    return fromRaw(std::array{TrashIcon::system, TrashIcon::wire, TrashIcon::aqua, TrashIcon::steel,
+                              TrashIcon::snow, TrashIcon::neon, TrashIcon::recycle},
                    raw);
 }
 
@@ -85,19 +100,23 @@ DockAppearance DockStyle::applied(const DockAppearance& dock) const {
     // at a value the user never picked; a size in proportion to the tiles is a better start.
     if (result.magnifies && !dock.magnifies)
         result.largeSize = std::min(result.tileSize * 1.6, iconSizeRange.upper);
-    result.bottomMarginOverride = bottomSpace ? std::optional(bottomSpaceRange.clamped(*bottomSpace))
-                                              : dock.bottomMarginOverride;
+    result.bottomMarginOverride =
+        bottomSpace ? std::optional(bottomSpaceRange.clamped(*bottomSpace)) : dock.bottomMarginOverride;
     return result;
 }
 
-double DockStyle::iconScale(std::optional<double> distance, bool isHovered, const DockMetrics& metrics) const {
+double DockStyle::iconScale(std::optional<double> distance, bool isHovered,
+                            const DockMetrics& metrics) const {
     switch (hoverEffect) {
-    case HoverEffect::none: return 1;
+    case HoverEffect::none:
+        return 1;
     case HoverEffect::magnify:
         // A magnified side bar would swell across the screen; the sides fall back to hover scaling.
-        if (position == DockPosition::bottom) return distance ? DockMagnification::scale(*distance, metrics) : 1;
+        if (position == DockPosition::bottom)
+            return distance ? DockMagnification::scale(*distance, metrics) : 1;
         [[fallthrough]];
-    case HoverEffect::scale: return isHovered ? hoverScaleRange.clamped(hoverScale) : 1;
+    case HoverEffect::scale:
+        return isHovered ? hoverScaleRange.clamped(hoverScale) : 1;
     }
     return 1;
 }
@@ -110,9 +129,15 @@ double DockStyle::cardScale(bool isHovered) const {
 double DockStyle::iconSizeDragging(double from, double dx, double dy, DockPosition position) {
     double size = from;
     switch (position) {
-    case DockPosition::bottom: size += dy; break;
-    case DockPosition::left: size += dx; break;
-    case DockPosition::right: size -= dx; break;
+    case DockPosition::bottom:
+        size += dy;
+        break;
+    case DockPosition::left:
+        size += dx;
+        break;
+    case DockPosition::right:
+        size -= dx;
+        break;
     }
     if (size <= adjustableIconSizeRange.lower) return adjustableIconSizeRange.lower;
     return std::round(std::min(size, adjustableIconSizeRange.upper));

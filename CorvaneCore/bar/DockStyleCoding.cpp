@@ -29,7 +29,8 @@ nlohmann::json encodeDropZone(const DropZoneSettings& settings) {
 DropZoneSettings decodeDropZone(const nlohmann::json& object) {
     DropZoneSettings settings;
     settings.isEnabled = lenient::boolean(object, "isEnabled").value_or(settings.isEnabled);
-    settings.opensNearPointer = lenient::boolean(object, "opensNearPointer").value_or(settings.opensNearPointer);
+    settings.opensNearPointer =
+        lenient::boolean(object, "opensNearPointer").value_or(settings.opensNearPointer);
     return settings;
 }
 
@@ -65,7 +66,8 @@ nlohmann::json encodeDockStyle(const DockStyle& style) {
 
 DockStyle decodeDockStyle(const nlohmann::json& object) {
     DockStyle style;
-    style.hoverEffect = lenient::rawValue(object, "hoverEffect", hoverEffectFromRaw).value_or(style.hoverEffect);
+    style.hoverEffect =
+        lenient::rawValue(object, "hoverEffect", hoverEffectFromRaw).value_or(style.hoverEffect);
     style.hoverScale = lenient::number(object, "hoverScale").value_or(style.hoverScale);
     style.launchAnimation =
         lenient::rawValue(object, "launchAnimation", launchAnimationFromRaw).value_or(style.launchAnimation);
@@ -80,19 +82,24 @@ DockStyle decodeDockStyle(const nlohmann::json& object) {
     style.showsDownloads = lenient::boolean(object, "showsDownloads").value_or(style.showsDownloads);
     style.showsRunningApps = lenient::boolean(object, "showsRunningApps").value_or(style.showsRunningApps);
     style.showsLauncher = lenient::boolean(object, "showsLauncher").value_or(style.showsLauncher);
-    if (auto previews = lenient::value(object, "windowPreviews")) style.windowPreviews = decodeWindowPreviews(*previews);
+    if (auto previews = lenient::value(object, "windowPreviews"))
+        style.windowPreviews = decodeWindowPreviews(*previews);
     if (auto dropZone = lenient::value(object, "dropZone")) style.dropZone = decodeDropZone(*dropZone);
     style.savesEnergy = lenient::boolean(object, "savesEnergy").value_or(style.savesEnergy);
     style.themeID = lenient::string(object, "themeID").value_or(style.themeID);
-    if (auto customizations = lenient::value(object, "themeCustomizations"); customizations && customizations->is_object())
+    if (auto customizations = lenient::value(object, "themeCustomizations");
+        customizations && customizations->is_object())
         for (const auto& [id, customization] : customizations->items())
-            if (customization.is_object()) style.themeCustomizations[id] = decodeDockThemeCustomization(customization);
+            if (customization.is_object())
+                style.themeCustomizations[id] = decodeDockThemeCustomization(customization);
     style.indicatorFollowsWorkspace =
         lenient::boolean(object, "indicatorFollowsWorkspace").value_or(style.indicatorFollowsWorkspace);
     return style;
 }
 
-std::string dockStyleText(const DockStyle& style) { return prettyJson(encodeDockStyle(style)); }
+std::string dockStyleText(const DockStyle& style) {
+    return prettyJson(encodeDockStyle(style));
+}
 
 DockStyle dockStyleFromText(std::string_view text) {
     auto object = nlohmann::json::parse(text, nullptr, /*allow_exceptions=*/false);

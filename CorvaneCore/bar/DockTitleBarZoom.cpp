@@ -11,7 +11,9 @@ Action action(std::optional<std::string_view> preference) {
     return Action::fill;
 }
 
-bool isControlRole(std::string_view role) { return std::ranges::find(controlRoles, role) != controlRoles.end(); }
+bool isControlRole(std::string_view role) {
+    return std::ranges::find(controlRoles, role) != controlRoles.end();
+}
 
 double titleBarDepth(const Rect& window, const std::optional<Rect>& closeButton) {
     if (!closeButton) return 0;

@@ -16,13 +16,14 @@ Action action(std::optional<std::string_view> preference);
 
 /// Accessibility roles of controls that sit in a title bar; a double-click on one is the
 /// control's, not the title bar's.
+// clang-format off
 inline constexpr std::array<std::string_view, 25> controlRoles = {
-    "AXButton",     "AXTextField",      "AXTextArea",         "AXSearchField",        "AXComboBox",
-    "AXTab",        "AXTabGroup",       "AXRadioButton",      "AXCheckBox",           "AXPopUpButton",
-    "AXMenuButton", "AXMenuBarItem",    "AXLink",             "AXSlider",             "AXIncrementor",
-    "AXSegmentedControl", "AXDisclosureTriangle", "AXCell", "AXRow",                "AXOutline",
-    "AXTable",      "AXList",           "AXImage",            "AXScrollBar",          "AXSplitter",
-};
+    "AXButton", "AXTextField", "AXTextArea", "AXSearchField", "AXComboBox",
+    "AXTab", "AXTabGroup", "AXRadioButton", "AXCheckBox", "AXPopUpButton",
+    "AXMenuButton", "AXMenuBarItem", "AXLink", "AXSlider", "AXIncrementor",
+    "AXSegmentedControl", "AXDisclosureTriangle", "AXCell", "AXRow", "AXOutline",
+    "AXTable", "AXList", "AXImage", "AXScrollBar", "AXSplitter"};
+// clang-format on
 
 bool isControlRole(std::string_view role);
 

@@ -15,9 +15,12 @@ bool isAtEdge(const Input& input) {
     bool alongX = p.x >= screen.minX() && p.x <= screen.maxX();
     bool alongY = p.y >= screen.minY() && p.y <= screen.maxY();
     switch (input.position) {
-    case DockPosition::bottom: return p.y <= screen.minY() + kTriggerBand && alongX;
-    case DockPosition::left: return p.x <= screen.minX() + kTriggerBand && alongY;
-    case DockPosition::right: return p.x >= screen.maxX() - kTriggerBand && alongY;
+    case DockPosition::bottom:
+        return p.y <= screen.minY() + kTriggerBand && alongX;
+    case DockPosition::left:
+        return p.x <= screen.minX() + kTriggerBand && alongY;
+    case DockPosition::right:
+        return p.x >= screen.maxX() - kTriggerBand && alongY;
     }
     return false;
 }

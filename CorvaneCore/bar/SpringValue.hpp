@@ -9,6 +9,7 @@ struct SpringValue {
     /// Longer frames are integrated in steps this short, so the spring stays stable at any frame
     /// rate and after a stall.
     static constexpr double maximumStep = 1.0 / 240;
+    static constexpr double maximumGap = 60;
 
     double value = 0;
     double velocity = 0;

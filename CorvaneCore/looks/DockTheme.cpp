@@ -11,105 +11,139 @@ namespace {
 using Background = DockTheme::Background;
 using Decoration = DockTheme::Decoration;
 
-// Each builder leaves the optional parts unset so the tables below read as their rows.
-DockTheme theme(std::string id, std::string name, Background background, double cornerRadiusScale) {
-    DockTheme made;
-    made.id = std::move(id);
-    made.name = std::move(name);
-    made.background = std::move(background);
-    made.cornerRadiusScale = cornerRadiusScale;
-    return made;
-}
-
-DockTheme bordered(DockTheme base, std::string hex, double width) {
-    base.borderHex = std::move(hex);
-    base.borderWidth = width;
-    return base;
-}
-
-DockTheme colored(DockTheme base, std::optional<std::string> indicator, std::optional<std::string> separator) {
-    base.indicatorHex = std::move(indicator);
-    base.separatorHex = std::move(separator);
-    return base;
-}
-
-DockTheme glowing(DockTheme base, std::string hex) {
-    base.glowHex = std::move(hex);
-    return base;
-}
-
-DockTheme reflecting(DockTheme base) {
-    base.showsReflections = true;
-    return base;
-}
-
-DockTheme decorated(DockTheme base, Decoration decoration) {
-    base.decoration = std::move(decoration);
-    return base;
-}
-
 std::vector<DockTheme> makeAllThemes() {
+    using Gradient = Background::Gradient;
     return {
-        theme("native", "Native", Background::Glass{}, 0.4),
-        theme("liquid", "Liquid Glass", Background::Liquid{std::nullopt, 0.25}, 0.5),
-        colored(bordered(theme("midnight", "Midnight", Background::Frosted{"#0B1020", 0.55}, 0.4), "#FFFFFF", 0.5),
-                std::nullopt, "#FFFFFF"),
-        reflecting(glowing(
-            colored(bordered(theme("rocket", "Rocket", Background::Gradient{"#3A3F4B", "#0E1014", 0.82}, 0.18),
-                             "#8FB6FF", 1.0),
-                    "#7FB2FF", "#8FB6FF"),
-            "#4C8DFF")),
-        reflecting(colored(
-            bordered(theme("aqua", "Aqua Shelf", Background::Shelf{"#F2F5FA", "#A9B4C2", 0.72}, 0.08), "#FFFFFF", 1.0),
-            "#5AC8FA", "#6B7280")),
-        glowing(colored(bordered(theme("neon", "Neon", Background::Gradient{"#0A0A12", "#000000", 0.88}, 0.5),
-                                 "#FF2BD6", 1.5),
-                        "#00E5FF", "#FF2BD6"),
-                "#00E5FF"),
-        colored(bordered(theme("canarinho", "Canarinho", Background::Gradient{"#FFDF00", "#009C3B", 0.85}, 0.45),
-                         "#002776", 1.5),
-                "#002776", "#002776"),
-        colored(bordered(theme("paper", "Paper", Background::Gradient{"#FFFFFF", "#F1F1EE", 0.96}, 0.3), "#D4D4D0",
-                         1.0),
-                "#3F3F46", "#A1A1AA"),
-        reflecting(theme("floating", "Floating", Background::None{}, 0.4)),
+        {.id = "native", .name = "Native", .background = Background::Glass{}, .cornerRadiusScale = 0.4},
+        {.id = "liquid",
+         .name = "Liquid Glass",
+         .background = Background::Liquid{std::nullopt, 0.25},
+         .cornerRadiusScale = 0.5},
+        {.id = "midnight",
+         .name = "Midnight",
+         .background = Background::Frosted{"#0B1020", 0.55},
+         .cornerRadiusScale = 0.4,
+         .borderHex = "#FFFFFF",
+         .borderWidth = 0.5,
+         .separatorHex = "#FFFFFF"},
+        {.id = "rocket",
+         .name = "Rocket",
+         .background = Gradient{"#3A3F4B", "#0E1014", 0.82},
+         .cornerRadiusScale = 0.18,
+         .borderHex = "#8FB6FF",
+         .borderWidth = 1.0,
+         .glowHex = "#4C8DFF",
+         .showsReflections = true,
+         .indicatorHex = "#7FB2FF",
+         .separatorHex = "#8FB6FF"},
+        {.id = "aqua",
+         .name = "Aqua Shelf",
+         .background = Background::Shelf{"#F2F5FA", "#A9B4C2", 0.72},
+         .cornerRadiusScale = 0.08,
+         .borderHex = "#FFFFFF",
+         .borderWidth = 1.0,
+         .showsReflections = true,
+         .indicatorHex = "#5AC8FA",
+         .separatorHex = "#6B7280"},
+        {.id = "neon",
+         .name = "Neon",
+         .background = Gradient{"#0A0A12", "#000000", 0.88},
+         .cornerRadiusScale = 0.5,
+         .borderHex = "#FF2BD6",
+         .borderWidth = 1.5,
+         .glowHex = "#00E5FF",
+         .indicatorHex = "#00E5FF",
+         .separatorHex = "#FF2BD6"},
+        {.id = "canarinho",
+         .name = "Canarinho",
+         .background = Gradient{"#FFDF00", "#009C3B", 0.85},
+         .cornerRadiusScale = 0.45,
+         .borderHex = "#002776",
+         .borderWidth = 1.5,
+         .indicatorHex = "#002776",
+         .separatorHex = "#002776"},
+        {.id = "paper",
+         .name = "Paper",
+         .background = Gradient{"#FFFFFF", "#F1F1EE", 0.96},
+         .cornerRadiusScale = 0.3,
+         .borderHex = "#D4D4D0",
+         .borderWidth = 1.0,
+         .indicatorHex = "#3F3F46",
+         .separatorHex = "#A1A1AA"},
+        {.id = "floating",
+         .name = "Floating",
+         .background = Background::None{},
+         .cornerRadiusScale = 0.4,
+         .showsReflections = true},
     };
 }
 
 std::vector<DockTheme> makeSeasonalThemes() {
+    using Gradient = Background::Gradient;
     using P = DockTheme::Particles;
     using E = DockTheme::EdgeCover;
     using B = DockTheme::Bulb;
     using Outline = DockTheme::Outline;
     return {
-        decorated(colored(bordered(theme("halloween", "Halloween", Background::Gradient{"#3B1A55", "#12081B", 0.92},
-                                         0.3),
-                                   "#FF8A1F", 1.0),
-                          "#FF7A00", "#FF8A1F"),
-                  Decoration{P::bats, E::cobwebs, {"#FF7A00", "#FF9A1F", "#FFB347"}, B::pumpkin, std::nullopt}),
-        decorated(colored(bordered(theme("haunted-night", "Haunted Night",
-                                         Background::Gradient{"#18302F", "#060E0F", 0.82}, 0.4),
-                                   "#A8FFB8", 1.0),
-                          "#A8FFB8", "#A8FFB8"),
-                  Decoration{P::fog, E::slime, {"#B8FF9E", "#D2B8FF"}, B::ghost, std::nullopt}),
-        decorated(colored(theme("candy-corn", "Candy Corn", Background::Gradient{"#FFF8EC", "#F5E5CC", 0.95}, 0.35),
-                          "#E8650F", "#E8650F"),
-                  Decoration{P::leaves, E::leaves, {"#F07C1A", "#8A4FB8", "#F07C1A", "#FFD23F"}, B::pumpkin,
-                             Outline::candies()}),
-        decorated(colored(bordered(theme("christmas", "Christmas", Background::Gradient{"#1F5C3F", "#0B2B1D", 0.92},
-                                         0.3),
-                                   "#F2D27A", 1.0),
-                          "#FF4B4B", "#F2D27A"),
-                  Decoration{P::snow, E::snow, {"#FF3B30", "#FFD60A", "#34C759", "#0A84FF"}, B::bulb, std::nullopt}),
-        decorated(colored(bordered(theme("snowy-night", "Snowy Night",
-                                         Background::Gradient{"#1B2A4A", "#0A1226", 0.8}, 0.4),
-                                   "#CFE3FF", 1.0),
-                          "#CFE3FF", "#CFE3FF"),
-                  Decoration{P::snow, E::snow, {"#FFF4D6", "#FFE8A3"}, B::bulb, std::nullopt}),
-        decorated(colored(theme("candy-cane", "Candy Cane", Background::Gradient{"#FFFFFF", "#F3E9E9", 0.95}, 0.35),
-                          "#D7263D", "#D7263D"),
-                  Decoration{P::snow, E::snow, {"#D7263D", "#1E8E3E", "#D7263D", "#FFD60A"}, B::bulb,
-                             Outline::stripes("#D7263D")}),
+        {.id = "halloween",
+         .name = "Halloween",
+         .background = Gradient{"#3B1A55", "#12081B", 0.92},
+         .cornerRadiusScale = 0.3,
+         .borderHex = "#FF8A1F",
+         .borderWidth = 1.0,
+         .indicatorHex = "#FF7A00",
+         .separatorHex = "#FF8A1F",
+         .decoration = Decoration{P::bats, E::cobwebs, {"#FF7A00", "#FF9A1F", "#FFB347"}, B::pumpkin, {}}},
+        {.id = "haunted-night",
+         .name = "Haunted Night",
+         .background = Gradient{"#18302F", "#060E0F", 0.82},
+         .cornerRadiusScale = 0.4,
+         .borderHex = "#A8FFB8",
+         .borderWidth = 1.0,
+         .indicatorHex = "#A8FFB8",
+         .separatorHex = "#A8FFB8",
+         .decoration = Decoration{P::fog, E::slime, {"#B8FF9E", "#D2B8FF"}, B::ghost, {}}},
+        {.id = "candy-corn",
+         .name = "Candy Corn",
+         .background = Gradient{"#FFF8EC", "#F5E5CC", 0.95},
+         .cornerRadiusScale = 0.35,
+         .indicatorHex = "#E8650F",
+         .separatorHex = "#E8650F",
+         .decoration = Decoration{P::leaves,
+                                  E::leaves,
+                                  {"#F07C1A", "#8A4FB8", "#F07C1A", "#FFD23F"},
+                                  B::pumpkin,
+                                  Outline::candies()}},
+        {.id = "christmas",
+         .name = "Christmas",
+         .background = Gradient{"#1F5C3F", "#0B2B1D", 0.92},
+         .cornerRadiusScale = 0.3,
+         .borderHex = "#F2D27A",
+         .borderWidth = 1.0,
+         .indicatorHex = "#FF4B4B",
+         .separatorHex = "#F2D27A",
+         .decoration =
+             Decoration{P::snow, E::snow, {"#FF3B30", "#FFD60A", "#34C759", "#0A84FF"}, B::bulb, {}}},
+        {.id = "snowy-night",
+         .name = "Snowy Night",
+         .background = Gradient{"#1B2A4A", "#0A1226", 0.8},
+         .cornerRadiusScale = 0.4,
+         .borderHex = "#CFE3FF",
+         .borderWidth = 1.0,
+         .indicatorHex = "#CFE3FF",
+         .separatorHex = "#CFE3FF",
+         .decoration = Decoration{P::snow, E::snow, {"#FFF4D6", "#FFE8A3"}, B::bulb, {}}},
+        {.id = "candy-cane",
+         .name = "Candy Cane",
+         .background = Gradient{"#FFFFFF", "#F3E9E9", 0.95},
+         .cornerRadiusScale = 0.35,
+         .indicatorHex = "#D7263D",
+         .separatorHex = "#D7263D",
+         .decoration = Decoration{P::snow,
+                                  E::snow,
+                                  {"#D7263D", "#1E8E3E", "#D7263D", "#FFD60A"},
+                                  B::bulb,
+                                  Outline::stripes("#D7263D")}},
     };
 }
 
@@ -142,7 +176,8 @@ std::optional<Background::Colors> Background::colors() const {
         return Colors{shelf.topHex, shelf.bottomHex, shelf.opacity};
     }
     case Kind::glass:
-    case Kind::none: return std::nullopt;
+    case Kind::none:
+        return std::nullopt;
     }
     return std::nullopt;
 }
@@ -171,12 +206,15 @@ Background Background::customized(const DockThemeCustomization& c) const {
         // Glass has no colour of its own to tint; a chosen colour turns it into frosted glass.
         if (c.topHex) return Frosted{*c.topHex, c.opacity.value_or(0.55)};
         return *this;
-    case Kind::none: return *this;
+    case Kind::none:
+        return *this;
     }
     return *this;
 }
 
-const DockTheme& DockTheme::native() { return all().front(); }
+const DockTheme& DockTheme::native() {
+    return all().front();
+}
 
 const std::vector<DockTheme>& DockTheme::all() {
     static const std::vector<DockTheme> themes = makeAllThemes();
@@ -230,10 +268,14 @@ DockTheme DockTheme::customized(const DockThemeCustomization& c) const {
 
 std::string_view rawValue(DockTheme::Particles particles) {
     switch (particles) {
-    case DockTheme::Particles::snow: return "snow";
-    case DockTheme::Particles::bats: return "bats";
-    case DockTheme::Particles::fog: return "fog";
-    case DockTheme::Particles::leaves: return "leaves";
+    case DockTheme::Particles::snow:
+        return "snow";
+    case DockTheme::Particles::bats:
+        return "bats";
+    case DockTheme::Particles::fog:
+        return "fog";
+    case DockTheme::Particles::leaves:
+        return "leaves";
     }
     return "snow";
 }
@@ -245,10 +287,14 @@ std::optional<DockTheme::Particles> particlesFromRaw(std::string_view raw) {
 
 std::string_view rawValue(DockTheme::EdgeCover cover) {
     switch (cover) {
-    case DockTheme::EdgeCover::snow: return "snow";
-    case DockTheme::EdgeCover::cobwebs: return "cobwebs";
-    case DockTheme::EdgeCover::slime: return "slime";
-    case DockTheme::EdgeCover::leaves: return "leaves";
+    case DockTheme::EdgeCover::snow:
+        return "snow";
+    case DockTheme::EdgeCover::cobwebs:
+        return "cobwebs";
+    case DockTheme::EdgeCover::slime:
+        return "slime";
+    case DockTheme::EdgeCover::leaves:
+        return "leaves";
     }
     return "snow";
 }
@@ -260,9 +306,12 @@ std::optional<DockTheme::EdgeCover> edgeCoverFromRaw(std::string_view raw) {
 
 std::string_view rawValue(DockTheme::Bulb bulb) {
     switch (bulb) {
-    case DockTheme::Bulb::bulb: return "bulb";
-    case DockTheme::Bulb::pumpkin: return "pumpkin";
-    case DockTheme::Bulb::ghost: return "ghost";
+    case DockTheme::Bulb::bulb:
+        return "bulb";
+    case DockTheme::Bulb::pumpkin:
+        return "pumpkin";
+    case DockTheme::Bulb::ghost:
+        return "ghost";
     }
     return "bulb";
 }

@@ -29,6 +29,8 @@ std::optional<RGBColor> RGBColor::parseHex(std::string_view text) {
     return RGBColor{channels[0], channels[1], channels[2]};
 }
 
-RGBColor RGBColor::fromHex(std::string_view text) { return parseHex(text).value_or(neutralGray()); }
+RGBColor RGBColor::fromHex(std::string_view text) {
+    return parseHex(text).value_or(neutralGray());
+}
 
 } // namespace corvane

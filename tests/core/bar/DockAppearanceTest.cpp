@@ -9,7 +9,8 @@ using namespace corvane;
 namespace {
 
 DockAppearance fromPreferences(const PlistValue* tileSize, const PlistValue* indicators = nullptr,
-                               const PlistValue* magnification = nullptr, const PlistValue* largeSize = nullptr) {
+                               const PlistValue* magnification = nullptr,
+                               const PlistValue* largeSize = nullptr) {
     return DockAppearance::fromDockPreferences(tileSize, indicators, magnification, largeSize);
 }
 
@@ -51,17 +52,12 @@ TEST(DockAppearance, MetricsRoundHalvesAwayFromZero) {
     EXPECT_EQ(m40.iconSpacing, 3);
     EXPECT_EQ(m40.horizontalPadding, 6);
 
-    auto magnified = DockAppearance{.tileSize = 48, .magnifies = true, .largeSize = 127.6, .bottomMarginOverride = 10};
+    auto magnified =
+        DockAppearance{.tileSize = 48, .magnifies = true, .largeSize = 127.6, .bottomMarginOverride = 10};
     auto m = magnified.metrics();
     EXPECT_EQ(m.magnifiedIconSize, 128);
     EXPECT_EQ(m.bottomMargin, 10);
     EXPECT_EQ(m.windowHeight(), 80 + 10 + 48 + 14 + 44);
-}
-
-TEST(DockAppearance, MagnificationNeverShrinks) {
-    EXPECT_EQ((DockAppearance{.tileSize = 64, .magnifies = true, .largeSize = 32}.magnifiedIconSize()), 64);
-    EXPECT_EQ((DockAppearance{.tileSize = 64, .magnifies = false, .largeSize = 100}.magnifiedIconSize()), 64);
-    EXPECT_EQ((DockAppearance{.tileSize = 64, .magnifies = true, .largeSize = 100}.magnifiedIconSize()), 100);
 }
 
 TEST(DockAppearance, FittedOnlyShrinksAndNeverBelowSixteen) {
@@ -80,17 +76,16 @@ TEST(DockFit, ShrinksToFitAndGrowsBackWithAMargin) {
         double current, preferred, barLength, available, expected;
     };
     const Case cases[] = {
-        {48, 48, 1000, 800, 38},   // floor(48 × 0.8)
-        {48, 48, 1000, 100, 16},   // never below the minimum
-        {48, 30, 1000, 900, 30},   // shrinking never passes the preferred size
-        {38, 48, 800, 1000, 46},   // floor(38 × 1000 × 0.97 / 800)
-        {38, 48, 800, 2000, 48},   // room enough: straight back to preferred
-        {38, 48, 800, 810, 38},    // within the margin: never shrinks while it fits
-        {48, 48, 800, 800, 48},    // exactly fits
-        {40, 32, 800, 1000, 32},   // fits at a size above preferred
-        {48, 48, 0, 800, 48},      // nothing measured yet
-        {48, 48, 1000, -1, 48},
-        {0, 48, 1000, 800, 0},
+        {48, 48, 1000, 800, 38}, // floor(48 × 0.8)
+        {48, 48, 1000, 100, 16}, // never below the minimum
+        {48, 30, 1000, 900, 30}, // shrinking never passes the preferred size
+        {38, 48, 800, 1000, 46}, // floor(38 × 1000 × 0.97 / 800)
+        {38, 48, 800, 2000, 48}, // room enough: straight back to preferred
+        {38, 48, 800, 810, 38},  // within the margin: never shrinks while it fits
+        {48, 48, 800, 800, 48},  // exactly fits
+        {40, 32, 800, 1000, 32}, // fits at a size above preferred
+        {48, 48, 0, 800, 48},    // nothing measured yet
+        {48, 48, 1000, -1, 48},  {0, 48, 1000, 800, 0},
     };
     for (const auto& c : cases)
         EXPECT_EQ(DockFit::iconSize(c.current, c.preferred, c.barLength, c.available), c.expected)

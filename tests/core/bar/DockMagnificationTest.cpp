@@ -1,12 +1,13 @@
+#include "CorvaneCore/bar/DockMagnification.hpp"
 #include "CorvaneCore/bar/DockAppearance.hpp"
 #include "CorvaneCore/bar/DockLens.hpp"
-#include "CorvaneCore/bar/DockMagnification.hpp"
 #include "CorvaneCore/bar/SpringValue.hpp"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 using namespace corvane;
@@ -14,7 +15,9 @@ using namespace corvane;
 namespace {
 
 // s = 48, spacing 3, M = 128: pitch 51, reach R = 127.5, extra factor 5/3.
-DockMetrics magnifying() { return DockAppearance{.tileSize = 48, .magnifies = true, .largeSize = 128}.metrics(); }
+DockMetrics magnifying() {
+    return DockAppearance{.tileSize = 48, .magnifies = true, .largeSize = 128}.metrics();
+}
 constexpr double kReach = 127.5;
 
 DockLens lensAt(double x, double amount) {
@@ -43,13 +46,15 @@ TEST(DockMagnification, DisplacementIsTheGrowthOfTheTilesInBetween) {
     // Its slope is the extra size at each distance, so neighbours never overlap or part.
     for (double d : {-100.0, -20.0, 5.0, 60.0, 120.0}) {
         double h = 1e-4;
-        double slope = (DockMagnification::displacement(d + h, m) - DockMagnification::displacement(d - h, m)) / (2 * h);
+        double slope =
+            (DockMagnification::displacement(d + h, m) - DockMagnification::displacement(d - h, m)) / (2 * h);
         EXPECT_NEAR(slope, DockMagnification::scale(d, m) - 1, 1e-6) << d;
     }
 }
 
 TEST(DockMagnification, NothingHappensUnlessTheMagnifiedSizeIsLarger) {
     auto off = DockAppearance{.tileSize = 64, .magnifies = true, .largeSize = 32}.metrics();
+    EXPECT_EQ(off.magnifiedIconSize, 64);
     EXPECT_EQ(DockMagnification::scale(0, off), 1);
     EXPECT_EQ(DockMagnification::displacement(30, off), 0);
     std::array<double, 3> centers{10, 60, 110};
@@ -65,7 +70,8 @@ TEST(SpringValue, StepsInShortSubstepsAndSnapsWhenStill) {
     SpringValue oneFrame(0, 1, 0.16, 0.82);
     SpringValue quarters = oneFrame;
     oneFrame.step(1.0 / 60);
-    for (int i = 0; i < 4; ++i) quarters.step(1.0 / 240);
+    for (int i = 0; i < 4; ++i)
+        quarters.step(1.0 / 240);
     EXPECT_NEAR(oneFrame.value, quarters.value, 1e-12);
     EXPECT_NEAR(oneFrame.velocity, quarters.velocity, 1e-12);
     EXPECT_GT(oneFrame.value, 0);
@@ -76,6 +82,9 @@ TEST(SpringValue, StepsInShortSubstepsAndSnapsWhenStill) {
     EXPECT_TRUE(stalled.isSettled());
     EXPECT_EQ(stalled.value, 100);
     EXPECT_EQ(stalled.velocity, 0);
+    SpringValue woken(0, 100, 0.16, 0.82);
+    woken.step(std::numeric_limits<double>::infinity());
+    EXPECT_EQ(woken.value, 100);
 
     SpringValue nearlyThere(0.9995, 1, 0.2, 1);
     nearlyThere.velocity = 0.005;
@@ -97,7 +106,8 @@ TEST(DockLens, JumpsToThePointerWhenOffAndGlidesWhenOn) {
     lens.follow(200.0);
     EXPECT_EQ(lens.x.value, 200);
     EXPECT_EQ(lens.amount.target, 1);
-    for (int frame = 0; frame < 120; ++frame) lens.step(1.0 / 60);
+    for (int frame = 0; frame < 120; ++frame)
+        lens.step(1.0 / 60);
     EXPECT_TRUE(lens.isSettled());
     EXPECT_EQ(lens.amount.value, 1);
 
@@ -115,7 +125,6 @@ TEST(DockLens, JumpsToThePointerWhenOffAndGlidesWhenOn) {
 TEST(DockLens, ScaleAndDisplacementFollowTheAmount) {
     auto m = magnifying();
     EXPECT_DOUBLE_EQ(lensAt(100, 0.5).scale(100, m), 1 + 0.5 * (128.0 / 48 - 1));
-    EXPECT_DOUBLE_EQ(lensAt(100, 0.5).rawDisplacement(150, m), 0.5 * DockMagnification::displacement(50, m));
     // An undershooting spring never shrinks icons or pulls them inwards.
     EXPECT_EQ(lensAt(100, -0.2).scale(100, m), 1);
     EXPECT_EQ(lensAt(100, -0.2).rawDisplacement(150, m), 0);
@@ -139,8 +148,8 @@ TEST(DockLens, AnchorHoldsTheNearestBoundary) {
     std::array<double, 2> close{100, 100.5};
     auto narrow = lensAt(100.25, 1); // the span counts as 1 point, not 0.5
     double kNarrow = 0.25 * 0.25 * (3 - 0.5);
-    EXPECT_DOUBLE_EQ(narrow.anchor(close, m),
-                     (1 - kNarrow) * narrow.rawDisplacement(100, m) + kNarrow * narrow.rawDisplacement(100.5, m));
+    EXPECT_DOUBLE_EQ(narrow.anchor(close, m), (1 - kNarrow) * narrow.rawDisplacement(100, m) +
+                                                  kNarrow * narrow.rawDisplacement(100.5, m));
 
     EXPECT_EQ(between.anchor({}, m), 0);
 }

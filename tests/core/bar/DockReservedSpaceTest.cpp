@@ -38,41 +38,43 @@ TEST(DockReservedSpace, FillsVisibleAllowsTwoPoints) {
 }
 
 TEST(DockReservedSpace, AdjustedPushesWindowsOutOfTheStrip) {
+    const Rect leftUsable{80, 0, 1360, 875};
+    const Rect rightUsable{0, 0, 1360, 875};
     struct Case {
         const char* name;
+        DockPosition position;
+        Rect usable;
         Rect window;
         Nudge nudge;
         std::optional<Rect> expected;
     };
+    const auto bottom = DockPosition::bottom, left = DockPosition::left, right = DockPosition::right;
     const Case cases[] = {
-        {"clear of the strip", {100, 68, 600, 400}, Nudge::placement, std::nullopt},
-        {"placed into it", {100, 20, 600, 400}, Nudge::placement, Rect{100, 68, 600, 400}},
-        {"dragged 28 in snaps", {100, 40, 600, 400}, Nudge::drag, Rect{100, 68, 600, 400}},
-        {"dragged 29 in stays", {100, 39, 600, 400}, Nudge::drag, std::nullopt},
-        {"too narrow", {100, 20, 79, 400}, Nudge::placement, std::nullopt},
-        {"too low", {100, 20, 600, 79}, Nudge::placement, std::nullopt},
-        {"one point is not worth it", {100, 67, 600, 400}, Nudge::placement, std::nullopt},
-        {"too tall is fitted", {100, 0, 600, 860}, Nudge::placement, Rect{100, 68, 600, 807}},
+        {"clear of the strip", bottom, kUsable, {100, 68, 600, 400}, Nudge::placement, std::nullopt},
+        {"placed into it", bottom, kUsable, {100, 20, 600, 400}, Nudge::placement, Rect{100, 68, 600, 400}},
+        {"dragged 28 in snaps", bottom, kUsable, {100, 40, 600, 400}, Nudge::drag, Rect{100, 68, 600, 400}},
+        {"dragged 29 in stays", bottom, kUsable, {100, 39, 600, 400}, Nudge::drag, std::nullopt},
+        {"too narrow", bottom, kUsable, {100, 20, 79, 400}, Nudge::placement, std::nullopt},
+        {"too low", bottom, kUsable, {100, 20, 600, 79}, Nudge::placement, std::nullopt},
+        {"one point is not worth it", bottom, kUsable, {100, 67, 600, 400}, Nudge::placement, std::nullopt},
+        {"too tall is fitted",
+         bottom,
+         kUsable,
+         {100, 0, 600, 860},
+         Nudge::placement,
+         Rect{100, 68, 600, 807}},
+        {"no usable room", bottom, {0, 68, 1440, 0}, {100, 20, 600, 400}, Nudge::placement, std::nullopt},
+        {"left", left, leftUsable, {60, 100, 500, 500}, Nudge::placement, Rect{80, 100, 500, 500}},
+        {"left, too wide", left, leftUsable, {0, 100, 1400, 500}, Nudge::placement, Rect{80, 100, 1360, 500}},
+        {"right", right, rightUsable, {1000, 100, 400, 400}, Nudge::placement, Rect{960, 100, 400, 400}},
+        {"right, dragged deep", right, rightUsable, {1000, 100, 400, 400}, Nudge::drag, std::nullopt},
+        {"right, too wide",
+         right,
+         rightUsable,
+         {-10, 100, 1400, 400},
+         Nudge::placement,
+         Rect{0, 100, 1360, 400}},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(DockReservedSpace::adjusted(c.window, kUsable, DockPosition::bottom, c.nudge), c.expected) << c.name;
-    EXPECT_FALSE(DockReservedSpace::adjusted({100, 20, 600, 400}, Rect{0, 68, 1440, 0}, DockPosition::bottom,
-                                             Nudge::placement));
-}
-
-TEST(DockReservedSpace, AdjustedOnTheSides) {
-    const Rect leftUsable{80, 0, 1360, 875};
-    EXPECT_EQ(DockReservedSpace::intrusion({60, 100, 500, 500}, leftUsable, DockPosition::left), 20);
-    EXPECT_EQ(DockReservedSpace::adjusted({60, 100, 500, 500}, leftUsable, DockPosition::left, Nudge::placement),
-              (Rect{80, 100, 500, 500}));
-    EXPECT_EQ(DockReservedSpace::adjusted({0, 100, 1400, 500}, leftUsable, DockPosition::left, Nudge::placement),
-              (Rect{80, 100, 1360, 500}));
-
-    const Rect rightUsable{0, 0, 1360, 875};
-    EXPECT_EQ(DockReservedSpace::intrusion({1000, 100, 400, 400}, rightUsable, DockPosition::right), 40);
-    EXPECT_EQ(DockReservedSpace::adjusted({1000, 100, 400, 400}, rightUsable, DockPosition::right, Nudge::placement),
-              (Rect{960, 100, 400, 400}));
-    EXPECT_EQ(DockReservedSpace::adjusted({-10, 100, 1400, 400}, rightUsable, DockPosition::right, Nudge::placement),
-              (Rect{0, 100, 1360, 400}));
-    EXPECT_FALSE(DockReservedSpace::adjusted({1000, 100, 400, 400}, rightUsable, DockPosition::right, Nudge::drag));
+        EXPECT_EQ(DockReservedSpace::adjusted(c.window, c.usable, c.position, c.nudge), c.expected) << c.name;
 }

@@ -1,5 +1,5 @@
-#include "CorvaneCore/bar/DockMagnification.hpp"
 #include "CorvaneCore/bar/DockStyle.hpp"
+#include "CorvaneCore/bar/DockMagnification.hpp"
 #include "CorvaneCore/bar/DockStyleCoding.hpp"
 #include "CorvaneCore/workspace/Profile.hpp"
 
@@ -119,8 +119,9 @@ TEST(DockStyle, DraggingTheSeparatorResizes) {
         double expected;
     };
     const Case cases[] = {
-        {0, -20, DockPosition::bottom, 32}, {0, 60, DockPosition::bottom, 96}, {0, 0.4, DockPosition::bottom, 48},
-        {0, -15.6, DockPosition::bottom, 32}, {10, 0, DockPosition::left, 58}, {10, 0, DockPosition::right, 38},
+        {0, -20, DockPosition::bottom, 32}, {0, 60, DockPosition::bottom, 96},
+        {0, 0.4, DockPosition::bottom, 48}, {0, -15.6, DockPosition::bottom, 32},
+        {10, 0, DockPosition::left, 58},    {10, 0, DockPosition::right, 38},
         {10, 99, DockPosition::right, 38},
     };
     for (const auto& c : cases)
@@ -155,13 +156,4 @@ TEST(DockStyle, ThemeUsesTheCustomizationOfTheChosenThemeOnly) {
     EXPECT_EQ(style.baseTheme().borderHex, "#FFFFFF");
     style.themeID = "gone";
     EXPECT_EQ(style.theme(), DockTheme::native());
-}
-
-TEST(DockStyle, EnergySaving) {
-    DockStyle style;
-    EXPECT_EQ(style.refreshInterval(false), 1);
-    EXPECT_EQ(style.refreshInterval(true), 3);
-    style.savesEnergy = true;
-    EXPECT_TRUE(style.isSavingEnergy(false));
-    EXPECT_EQ(style.refreshInterval(false), 3);
 }

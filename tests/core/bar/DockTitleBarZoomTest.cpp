@@ -3,16 +3,6 @@
 #include <gtest/gtest.h>
 
 using namespace corvane;
-using DockTitleBarZoom::Action;
-
-TEST(DockTitleBarZoom, ActionFromTheSystemPreference) {
-    EXPECT_EQ(DockTitleBarZoom::action(std::nullopt), Action::fill);
-    EXPECT_EQ(DockTitleBarZoom::action("Minimize"), Action::minimize);
-    EXPECT_EQ(DockTitleBarZoom::action("None"), Action::none);
-    EXPECT_EQ(DockTitleBarZoom::action("Maximize"), Action::fill);
-    EXPECT_EQ(DockTitleBarZoom::action("minimize"), Action::fill);
-}
-
 TEST(DockTitleBarZoom, HitsTheTitleBarBackgroundOnly) {
     // Top-down: the close button's centre is 13 points below the top edge, so the bar is 26 deep.
     const Rect window{100, 50, 800, 600};

@@ -27,12 +27,11 @@ TEST(DockVisibility, CoveringNeedsHalfTheHeightAndAQuarterOfTheWidth) {
         bool covers;
     };
     const Case cases[] = {
-        {{880, 35, 500, 500}, true},   // exactly 160 × 31
-        {{880, 36, 500, 500}, false},  // one point lower
-        {{881, 35, 500, 500}, false},  // one point narrower
-        {{0, 0, 1440, 900}, true},
-        {{0, 66, 1440, 500}, false},   // touches the top edge only
-        {{400, 4, 0, 62}, false},      // degenerate window
+        {{880, 35, 500, 500}, true},                               // exactly 160 × 31
+        {{880, 36, 500, 500}, false},                              // one point lower
+        {{881, 35, 500, 500}, false},                              // one point narrower
+        {{0, 0, 1440, 900}, true},    {{0, 66, 1440, 500}, false}, // touches the top edge only
+        {{400, 4, 0, 62}, false},                                  // degenerate window
     };
     for (const auto& c : cases)
         EXPECT_EQ(DockVisibility::covers(c.window, bar), c.covers) << c.window.x << "," << c.window.y;
@@ -57,15 +56,28 @@ TEST(DockVisibility, AutohidesForThePreferenceFullScreenOrACoveringWindow) {
 
 TEST(DockVisibility, HiddenBarRevealsOnlyFromTheEdgeBand) {
     struct Case {
+        DockPosition position;
         Point pointer;
         Decision expected;
     };
     const Case cases[] = {
-        {{700, 2}, Decision::reveal},  {{700, 3}, Decision::hide}, {{1440, 0}, Decision::reveal},
-        {{1441, 0}, Decision::hide},   {{0, 0}, Decision::reveal}, {{700, 30}, Decision::hide},
+        {DockPosition::bottom, {700, 2}, Decision::reveal},
+        {DockPosition::bottom, {700, 3}, Decision::hide},
+        {DockPosition::bottom, {1440, 0}, Decision::reveal},
+        {DockPosition::bottom, {1441, 0}, Decision::hide},
+        {DockPosition::bottom, {700, 30}, Decision::hide},
+        {DockPosition::left, {2, 450}, Decision::reveal},
+        {DockPosition::left, {3, 450}, Decision::hide},
+        {DockPosition::left, {0, 901}, Decision::hide},
+        {DockPosition::right, {1438, 900}, Decision::reveal},
+        {DockPosition::right, {1437, 450}, Decision::hide},
+        {DockPosition::right, {700, 0}, Decision::hide},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(DockVisibility::decide(hiddenByPreference(c.pointer)), c.expected) << c.pointer.x << "," << c.pointer.y;
+    for (const auto& c : cases) {
+        auto input = hiddenByPreference(c.pointer);
+        input.position = c.position;
+        EXPECT_EQ(DockVisibility::decide(input), c.expected) << c.pointer.x << "," << c.pointer.y;
+    }
 }
 
 TEST(DockVisibility, ShownBarStaysWhileThePointerIsOnItOrAtTheEdge) {
@@ -76,22 +88,4 @@ TEST(DockVisibility, ShownBarStaysWhileThePointerIsOnItOrAtTheEdge) {
     EXPECT_EQ(DockVisibility::decide(input), Decision::show);
     input.pointer = {700, 300};
     EXPECT_EQ(DockVisibility::decide(input), Decision::hide);
-}
-
-TEST(DockVisibility, SideBarsUseTheirOwnEdge) {
-    auto left = hiddenByPreference({2, 450});
-    left.position = DockPosition::left;
-    EXPECT_EQ(DockVisibility::decide(left), Decision::reveal);
-    left.pointer = {3, 450};
-    EXPECT_EQ(DockVisibility::decide(left), Decision::hide);
-    left.pointer = {0, 901};
-    EXPECT_EQ(DockVisibility::decide(left), Decision::hide);
-
-    auto right = hiddenByPreference({1438, 900});
-    right.position = DockPosition::right;
-    EXPECT_EQ(DockVisibility::decide(right), Decision::reveal);
-    right.pointer = {1437, 450};
-    EXPECT_EQ(DockVisibility::decide(right), Decision::hide);
-    right.pointer = {700, 0}; // the bottom edge means nothing to a side bar
-    EXPECT_EQ(DockVisibility::decide(right), Decision::hide);
 }

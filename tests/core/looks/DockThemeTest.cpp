@@ -25,7 +25,8 @@ std::vector<std::string> everyHex(const DockTheme& theme) {
     add(theme.indicatorHex);
     add(theme.separatorHex);
     if (theme.decoration) {
-        for (const auto& hex : theme.decoration->lightHexes) hexes.push_back(hex);
+        for (const auto& hex : theme.decoration->lightHexes)
+            hexes.push_back(hex);
         if (theme.decoration->outline) add(theme.decoration->outline->hex);
     }
     return hexes;
@@ -48,31 +49,21 @@ TEST(DockTheme, IdsAreUniqueAndEveryColourIsReadable) {
     for (const auto* list : {&DockTheme::all(), &DockTheme::seasonal()})
         for (const auto& theme : *list) {
             EXPECT_TRUE(ids.insert(theme.id).second) << theme.id;
-            for (const auto& hex : everyHex(theme)) EXPECT_TRUE(RGBColor::parseHex(hex)) << theme.id << " " << hex;
+            for (const auto& hex : everyHex(theme))
+                EXPECT_TRUE(RGBColor::parseHex(hex)) << theme.id << " " << hex;
             EXPECT_EQ(theme.decoration.has_value(), list == &DockTheme::seasonal()) << theme.id;
         }
     EXPECT_EQ(ids.size(), 15u);
 }
 
-TEST(DockThemeBackground, ColorsOfEachCase) {
-    using Background = DockTheme::Background;
-    using Colors = Background::Colors;
-    EXPECT_EQ(Background(Background::Gradient{"#111111", "#222222", 0.5}).colors(),
-              (Colors{"#111111", "#222222", 0.5}));
-    EXPECT_EQ(Background(Background::Shelf{"#111111", "#222222", 0.5}).colors(), (Colors{"#111111", "#222222", 0.5}));
-    EXPECT_EQ(Background(Background::Frosted{"#111111", 0.4}).colors(), (Colors{"#111111", std::nullopt, 0.4}));
-    EXPECT_EQ(Background(Background::Liquid{"#111111", 0.3}).colors(), (Colors{"#111111", std::nullopt, 0.3}));
-    EXPECT_FALSE(Background(Background::Liquid{std::nullopt, 0.3}).colors());
-    EXPECT_FALSE(Background(Background::Glass{}).colors());
-    EXPECT_FALSE(Background(Background::None{}).colors());
-}
-
 TEST(DockThemeCustomized, BackgroundFollowsItsCase) {
     using Background = DockTheme::Background;
     DockThemeCustomization tint{.topHex = "#112233"};
-    EXPECT_EQ(DockTheme::named("native").customized(tint).background, Background(Background::Frosted{"#112233", 0.55}));
+    EXPECT_EQ(DockTheme::named("native").customized(tint).background,
+              Background(Background::Frosted{"#112233", 0.55}));
     tint.opacity = 0.3;
-    EXPECT_EQ(DockTheme::named("native").customized(tint).background, Background(Background::Frosted{"#112233", 0.3}));
+    EXPECT_EQ(DockTheme::named("native").customized(tint).background,
+              Background(Background::Frosted{"#112233", 0.3}));
     EXPECT_EQ(DockTheme::named("floating").customized(tint).background.kind(), Background::Kind::none);
 
     DockThemeCustomization both{.topHex = "#010101", .bottomHex = "#020202"};
@@ -80,9 +71,16 @@ TEST(DockThemeCustomized, BackgroundFollowsItsCase) {
               Background(Background::Gradient{"#010101", "#020202", 0.82}));
     EXPECT_EQ(DockTheme::named("aqua").customized(both).background,
               Background(Background::Shelf{"#010101", "#020202", 0.72}));
-    EXPECT_EQ(DockTheme::named("liquid").customized(both).background, Background(Background::Liquid{"#010101", 0.25}));
+    EXPECT_EQ(DockTheme::named("liquid").customized(both).background,
+              Background(Background::Liquid{"#010101", 0.25}));
     EXPECT_EQ(DockTheme::named("midnight").customized(DockThemeCustomization{.opacity = 0.9}).background,
               Background(Background::Frosted{"#0B1020", 0.9}));
+
+    // Only tinted backgrounds have colours to fill with.
+    EXPECT_EQ(Background(Background::Frosted{"#111111", 0.4}).colors(),
+              (Background::Colors{"#111111", std::nullopt, 0.4}));
+    EXPECT_FALSE(DockTheme::named("liquid").background.colors());
+    EXPECT_FALSE(DockTheme::named("native").background.colors());
 }
 
 TEST(DockThemeCustomized, BorderAndGlowDefaultsWhenTurnedOn) {
@@ -103,7 +101,8 @@ TEST(DockThemeCustomized, BorderAndGlowDefaultsWhenTurnedOn) {
     EXPECT_EQ(recoloured.borderHex, "#123456");
     EXPECT_EQ(recoloured.borderWidth, 3);
 
-    EXPECT_EQ(DockTheme::named("paper").customized(DockThemeCustomization{.showsGlow = true}).glowHex, "#00E5FF");
+    EXPECT_EQ(DockTheme::named("paper").customized(DockThemeCustomization{.showsGlow = true}).glowHex,
+              "#00E5FF");
     EXPECT_FALSE(rocket.customized(DockThemeCustomization{.showsGlow = false}).glowHex);
     EXPECT_EQ(rocket.customized(DockThemeCustomization{.glowHex = "#ABCDEF"}).glowHex, "#ABCDEF");
 }
@@ -111,8 +110,8 @@ TEST(DockThemeCustomized, BorderAndGlowDefaultsWhenTurnedOn) {
 TEST(DockThemeCustomized, KeepsIdentityAndNeverAddsDecoration) {
     const auto& rocket = DockTheme::named("rocket");
     EXPECT_EQ(rocket.customized(DockThemeCustomization{}), rocket);
-    DockThemeCustomization everything{"#000001", "#000002", 0.1, true, "#000003", 2, true, "#000004", 0.2, false,
-                                      "#000005", false, false, false};
+    DockThemeCustomization everything{"#000001", "#000002", 0.1,   true,      "#000003", 2,     true,
+                                      "#000004", 0.2,       false, "#000005", false,     false, false};
     auto changed = rocket.customized(everything);
     EXPECT_EQ(changed.id, rocket.id);
     EXPECT_EQ(changed.name, rocket.name);
@@ -134,8 +133,9 @@ TEST(DockThemeCustomized, SeasonalExtrasTurnOffOneByOne) {
     EXPECT_EQ(noLights.decoration->particles, DockTheme::Particles::snow);
     EXPECT_EQ(noLights.decoration->edgeCover, DockTheme::EdgeCover::snow);
 
-    auto bare = DockTheme::named("candy-cane").customized(
-        DockThemeCustomization{.showsSnowfall = false, .showsSnowCap = false, .showsLights = true});
+    auto bare = DockTheme::named("candy-cane")
+                    .customized(DockThemeCustomization{
+                        .showsSnowfall = false, .showsSnowCap = false, .showsLights = true});
     ASSERT_TRUE(bare.decoration);
     EXPECT_FALSE(bare.decoration->particles);
     EXPECT_FALSE(bare.decoration->edgeCover);
@@ -150,7 +150,8 @@ TEST(DockThemeCustomization, JsonKeepsSetFieldsAndIgnoresMistypedOnes) {
     EXPECT_EQ(decodeDockThemeCustomization(json), customization);
     EXPECT_TRUE(encodeDockThemeCustomization({}).empty());
 
-    auto mistyped = nlohmann::json::parse(R"({"topHex": 7, "opacity": "0.4", "showsBorder": 1, "borderWidth": 2})");
+    auto mistyped =
+        nlohmann::json::parse(R"({"topHex": 7, "opacity": "0.4", "showsBorder": 1, "borderWidth": 2})");
     EXPECT_EQ(decodeDockThemeCustomization(mistyped), (DockThemeCustomization{.borderWidth = 2}));
     EXPECT_TRUE(decodeDockThemeCustomization(nlohmann::json::array()).isEmpty());
 }
