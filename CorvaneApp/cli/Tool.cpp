@@ -1,5 +1,6 @@
 #include "CorvaneApp/cli/Tool.hpp"
 
+#include "CorvaneApp/cli/DockCommands.hpp"
 #include "CorvaneApp/cli/TransferCommands.hpp"
 #include "CorvaneApp/cli/WorkspaceCommands.hpp"
 
@@ -15,7 +16,10 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     app.require_subcommand(1);
     app.fallthrough();
     app.add_option("--data-dir", context.dataDirOption, "Data folder (default: $CORVANE_APP_SUPPORT_DIR, else the user's)");
+    app.add_option("--dock-plist", context.dockPlistOption,
+                   "Work on this Dock preferences file instead of the live Dock, and restart nothing");
     addWorkspaceCommands(app, context);
+    addDockCommands(app, context);
     addTransferCommands(app, context);
 
     try {

@@ -10,4 +10,10 @@ std::filesystem::path ToolContext::dataDirectory() const {
                                           applicationSupportDirectory(services.environment));
 }
 
+DockAccess ToolContext::openDock() const {
+    std::optional<std::filesystem::path> file;
+    if (dockPlistOption) file = *dockPlistOption;
+    return services.openDock(file);
+}
+
 } // namespace corvane

@@ -3,6 +3,7 @@
 #include "CorvaneApp/cli/HotkeySpec.hpp"
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneApp/cli/WorkspaceArgument.hpp"
+#include "CorvaneCore/dock/DockPlistReader.hpp"
 #include "CorvaneCore/support/JsonCoding.hpp"
 #include "CorvaneCore/support/Text.hpp"
 #include "CorvaneCore/workspace/ProfileCoding.hpp"
@@ -141,6 +142,7 @@ struct Arguments {
     bool json = false;
     std::string target, name;
     std::optional<std::string> color;
+    bool fromDock = false;
     EditOptions edit;
 };
 
@@ -171,11 +173,18 @@ void addWorkspaceCommands(CLI::App& app, ToolContext& context) {
     auto* create = app.add_subcommand("new", "Make an empty workspace and print its id");
     create->add_option("NAME", args->name, "Its name")->required();
     create->add_option("--color,--colour", args->color, "blue, pink, orange, green, purple or graphite");
+    create->add_flag("--from-dock", args->fromDock, "Start with the Dock's current tiles");
     create->callback([&context, &out, args] {
         auto store = openStore(context);
         Profile profile;
         profile.id = Uuid::generate();
         profile.name = args->name;
+        if (args->fromDock) {
+            auto dock = context.openDock();
+            auto snapshot = DockPlistReader(*dock.backend, context.services.clock).read();
+            profile.items = snapshot.apps;
+            profile.others = snapshot.others;
+        }
         // Without a colour, each new workspace takes the next one of the palette.
         profile.color = args->color ? parseColor(*args->color)
                                  : kAllProfileColors[store.file().profiles.size() % kAllProfileColors.size()];
@@ -191,6 +200,12 @@ void addWorkspaceCommands(CLI::App& app, ToolContext& context) {
         auto profile = resolveWorkspace(store.file().profiles, args->target);
         auto old = profile.name;
         profile.name = args->name;
+        if (args->fromDock) {
+            auto dock = context.openDock();
+            auto snapshot = DockPlistReader(*dock.backend, context.services.clock).read();
+            profile.items = snapshot.apps;
+            profile.others = snapshot.others;
+        }
         store.update(profile);
         out << "Renamed " << quoted(old) << " to " << quoted(args->name) << ".\n";
     });

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "CorvaneCore/bar/Geometry.hpp"
+
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -21,11 +23,6 @@ struct WindowArrivals {
     void forget(std::int32_t pid) { last.erase(pid); }
 
     bool operator==(const WindowArrivals&) const = default;
-};
-
-struct Rect {
-    double x = 0, y = 0, width = 0, height = 0;
-    bool operator==(const Rect&) const = default;
 };
 
 namespace WindowDesktops {

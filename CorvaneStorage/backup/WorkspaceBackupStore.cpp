@@ -50,12 +50,14 @@ std::string_view rawValue(WorkspaceBackup::Reason reason) {
     case WorkspaceBackup::Reason::launch: return "launch";
     case WorkspaceBackup::Reason::quit: return "quit";
     case WorkspaceBackup::Reason::restore: return "restore";
+    case WorkspaceBackup::Reason::manual: return "manual";
     }
     return "launch";
 }
 
 std::optional<WorkspaceBackup::Reason> backupReasonFromRaw(std::string_view raw) {
-    for (auto reason : {WorkspaceBackup::Reason::launch, WorkspaceBackup::Reason::quit, WorkspaceBackup::Reason::restore})
+    for (auto reason : {WorkspaceBackup::Reason::launch, WorkspaceBackup::Reason::quit, WorkspaceBackup::Reason::restore,
+                        WorkspaceBackup::Reason::manual})
         if (rawValue(reason) == raw) return reason;
     return std::nullopt;
 }

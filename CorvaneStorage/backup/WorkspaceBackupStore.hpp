@@ -14,7 +14,8 @@ namespace corvane {
 
 /// A copy of the application's own data files, in a folder of its own.
 struct WorkspaceBackup {
-    enum class Reason { launch, quit, restore };
+    /// `manual` is a backup the user asked for.
+    enum class Reason { launch, quit, restore, manual };
 
     std::filesystem::path url;
     Date date;

@@ -1,0 +1,59 @@
+#include "CorvaneStorage/backup/BackupManager.hpp"
+
+#include "CorvaneCore/support/Iso8601.hpp"
+#include "CorvaneStorage/storage/DataFileError.hpp"
+#include "CorvaneStorage/storage/StoragePath.hpp"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace corvane {
+
+namespace fs = std::filesystem;
+
+fs::path BackupManager::snapshot() {
+    auto tiles = source_.readTiles();
+    StoragePath::createDirectory(directory_);
+    auto stamp = iso8601(clock_.now());
+    std::replace(stamp.begin(), stamp.end(), ':', '-');
+    auto file = directory_ / ("dock-" + stamp + ".plist");
+    for (int counter = 1; fs::exists(file); ++counter) {
+        char suffix[16];
+        std::snprintf(suffix, sizeof suffix, "-%03d", counter);
+        file = directory_ / ("dock-" + stamp + suffix + ".plist");
+    }
+    files_(file)->writeTiles(tiles);
+    return file;
+}
+
+std::vector<fs::path> BackupManager::listBackups() const {
+    std::vector<fs::path> backups;
+    std::error_code ec;
+    for (const auto& entry : fs::directory_iterator(directory_, ec)) {
+        auto name = entry.path().filename().string();
+        if (name.starts_with("dock-") && entry.path().extension() == ".plist") backups.push_back(entry.path());
+    }
+    // The time stamp leads the name, so names sort by time; a counter sorts after its plain name.
+    std::sort(backups.begin(), backups.end(), [](const fs::path& a, const fs::path& b) {
+        auto stem = [](const fs::path& p) { return p.stem().string(); };
+        return stem(a) > stem(b);
+    });
+    return backups;
+}
+
+std::optional<fs::path> BackupManager::latestBackup() const {
+    auto backups = listBackups();
+    if (backups.empty()) return std::nullopt;
+    return backups.front();
+}
+
+void BackupManager::prune(int keeping) {
+    auto backups = listBackups();
+    for (std::size_t i = static_cast<std::size_t>(std::max(keeping, 0)); i < backups.size(); ++i) {
+        std::error_code ec;
+        fs::remove(backups[i], ec);
+        if (ec) throw DataFileError(DataFileError::Operation::write, backups[i], ec.message());
+    }
+}
+
+} // namespace corvane

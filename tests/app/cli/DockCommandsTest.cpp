@@ -1,0 +1,80 @@
+// The Dock commands end to end on a copy of the bundled sample Dock; nothing is restarted.
+
+#include "fakes/RunProgram.hpp"
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+
+namespace {
+
+class DockTool : public ::testing::Test {
+protected:
+    DockTool() {
+        std::filesystem::copy_file(std::filesystem::path(CORVANE_TEST_DATA) / "../../samples/com.apple.dock.plist",
+                                   dir / "dock.plist");
+    }
+    ProgramResult run(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(),
+                         {"--data-dir", (dir / "data").string(), "--dock-plist", (dir / "dock.plist").string()});
+        return runProgram(CORVANE_TOOL, arguments, {"HOME=" + dir.path().string()});
+    }
+    std::string ok(std::vector<std::string> arguments) {
+        auto result = run(arguments);
+        EXPECT_EQ(result.status, 0) << result.err;
+        return result.out;
+    }
+    TemporaryDirectory dir;
+};
+
+} // namespace
+
+TEST_F(DockTool, SwitchDiffUndoAndBackupsRoundTrip) {
+    auto original = readText(dir / "dock.plist");
+    EXPECT_NE(ok({"dock"}).find("Applications (10):"), std::string::npos);
+    ok({"new", "Everything", "--from-dock"});
+    ok({"activate", "Everything"});
+    EXPECT_EQ(ok({"apply"}), "The Dock already shows \"Everything\".\n");
+    ok({"new", "Empty"});
+    EXPECT_EQ(ok({"switch", "Empty"}), "Switched to \"Empty\".\n");
+    EXPECT_NE(ok({"dock"}).find("Applications (0):"), std::string::npos);
+    EXPECT_NE(ok({"diff", "Everything"}).find("- Safari"), std::string::npos);
+    EXPECT_NE(ok({"switch", "Empty"}).find("already active"), std::string::npos);
+
+    EXPECT_NE(ok({"undo"}).find("Put back the Dock of dock-"), std::string::npos);
+    EXPECT_NE(ok({"dock"}).find("Applications (10):"), std::string::npos);
+    EXPECT_EQ(ok({"diff", "Everything"}), "The Dock against \"Everything\":\nNo differences.\n");
+    EXPECT_NE(ok({"dock", "--json"}).find("\"bundleIdentifier\": \"com.apple.Safari\""), std::string::npos);
+
+    auto backups = ok({"backups", "--json"});
+    EXPECT_NE(backups.find("\"dock\": ["), std::string::npos);
+    EXPECT_NE(ok({"backups", "take"}).find("Backed up the workspaces as "), std::string::npos);
+    EXPECT_NE(ok({"backups"}).find("manual"), std::string::npos);
+}
+
+TEST_F(DockTool, CaptureStoresDockEditsInTheActiveWorkspace) {
+    ok({"new", "Work", "--from-dock"});
+    ok({"activate", "Work"});
+    EXPECT_EQ(ok({"capture"}), "\"Work\" already matches the Dock.\n");
+    ok({"new", "Empty"});
+    ok({"switch", "Empty"});
+    ok({"activate", "Work"}); // the Dock is empty now, as if the user had cleared it
+    EXPECT_EQ(ok({"capture"}), "Saved the Dock into \"Work\".\n");
+    EXPECT_NE(ok({"list"}).find("* Work   blue      0"), std::string::npos);
+}
+
+TEST_F(DockTool, ErrorsAreOneLineAndChangeNothing) {
+    auto undo = run({"undo"});
+    EXPECT_EQ(undo.status, 1);
+    EXPECT_EQ(undo.err, "corvane: Cannot undo because there is no Dock backup yet\n");
+    auto missing = runProgram(CORVANE_TOOL, {"--dock-plist", (dir / "nope.plist").string(), "dock"},
+                              {"HOME=" + dir.path().string()});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_TRUE(missing.err.starts_with("corvane: Failed to ")) << missing.err;
+    EXPECT_EQ(std::count(missing.err.begin(), missing.err.end(), '\n'), 1);
+    writeText(dir / "dock.plist", "not a plist");
+    auto damaged = run({"dock"});
+    EXPECT_EQ(damaged.status, 1);
+    EXPECT_TRUE(damaged.err.starts_with("corvane: Failed to decode dock plist at ")) << damaged.err;
+    EXPECT_EQ(readText(dir / "dock.plist"), "not a plist");
+}
