@@ -1,6 +1,6 @@
 #include "CorvaneApp/cli/WorkspaceCommands.hpp"
 
-#include "CorvaneApp/cli/HotkeySpec.hpp"
+#include "CorvaneApp/cli/HotkeyArgument.hpp"
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneApp/cli/WorkspaceArgument.hpp"
 #include "CorvaneCore/dock/DockPlistReader.hpp"
@@ -125,7 +125,7 @@ Profile edited(Profile profile, const EditOptions& edit, const std::vector<Profi
     if (edit.noFocus) profile.focusModeBinding.reset();
     if (edit.noHotkey) profile.hotkey.reset();
     if (edit.hotkey) {
-        auto hotkey = parseHotkeySpec(*edit.hotkey);
+        auto hotkey = parseHotkeyArgument(*edit.hotkey);
         if (!hotkey.modifiers.isValidForGlobalHotkey())
             throw std::runtime_error("hotkey " + hotkey.displayString() +
                                      " cannot be a global hotkey: it needs command, option or control");

@@ -9,6 +9,6 @@ namespace corvane {
 /// Reads a typed hotkey such as "ctrl+opt+1" or "cmd+shift+k": modifiers (ctrl/control,
 /// opt/option/alt, cmd/command, shift, or their symbols) joined by "+", then one key. Throws
 /// `UsageError` naming the part it does not know.
-Hotkey parseHotkeySpec(const std::string& spec);
+Hotkey parseHotkeyArgument(const std::string& spec);
 
 } // namespace corvane

@@ -1,4 +1,4 @@
-#include "CorvaneApp/cli/HotkeySpec.hpp"
+#include "CorvaneApp/cli/HotkeyArgument.hpp"
 
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneCore/support/Text.hpp"
@@ -26,7 +26,7 @@ const std::map<std::string, std::string> kKeyAliases = {
 
 } // namespace
 
-Hotkey parseHotkeySpec(const std::string& spec) {
+Hotkey parseHotkeyArgument(const std::string& spec) {
     auto parts = text::split(text::trimmed(spec), '+');
     // "ctrl++" means the key on which "+" is written.
     if (parts.size() >= 2 && parts.back().empty() && parts[parts.size() - 2].empty()) {
