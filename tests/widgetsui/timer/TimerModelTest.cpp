@@ -1,5 +1,4 @@
 #include "CorvaneWidgetsUI/timer/SecondTicker.hpp"
-#include "CorvaneWidgetsUI/timer/StopwatchModel.hpp"
 #include "CorvaneWidgetsUI/timer/TimerModel.hpp"
 #include "fakes/FixedOffsetCalendar.hpp"
 #include "fakes/InMemoryUserDefaults.hpp"
@@ -112,24 +111,6 @@ TEST(TimerModel, RunsPersistPerWidgetAndAnUnreadableRecordGivesAFreshRun) {
 
     TimerModel other(DockWidget{Uuid::generate(), "Other", std::nullopt, TimerSettings{}}, h.services());
     EXPECT_FALSE(other.run().hasStarted());
-}
-
-TEST(StopwatchModel, LapsAndStateSurviveReopening) {
-    TimerHarness h;
-    DockWidget widget{Uuid::generate(), "Laps", std::nullopt, StopwatchKind{}};
-    {
-        StopwatchModel model(widget, h.services());
-        model.toggle();
-        h.clock.advance(12.5);
-        model.lap();
-        h.clock.advance(2);
-        model.toggle();
-    }
-    ASSERT_TRUE(h.defaults.dataValue("dev.tessik.corvane.stopwatch." + widget.id.string()));
-    StopwatchModel reopened(widget, h.services());
-    EXPECT_EQ(reopened.run().laps, std::vector<double>{12.5});
-    EXPECT_EQ(reopened.run().elapsed(h.clock.now()), 14.5);
-    EXPECT_TRUE(h.alerts.pending.empty());
 }
 
 TEST(SecondTicker, TicksOnceASecondOnlyWhileSomethingListens) {

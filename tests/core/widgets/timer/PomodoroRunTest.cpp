@@ -140,22 +140,6 @@ TEST(PomodoroRun, ANewDayStartsTheSessionCountAgain) {
     EXPECT_EQ(sameDay.sessionsToday, 3);
 }
 
-TEST(PomodoroRun, ResetKeepsTheRoundWhileResetEverythingStartsAfresh) {
-    PomodoroRun run;
-    run.phase = Phase::shortBreak;
-    run.cycle = 2;
-    run.sessionsToday = 2;
-    run.start(morning, calendar);
-    run.reset();
-    EXPECT_EQ(run.phase, Phase::shortBreak);
-    EXPECT_EQ(run.cycle, 2);
-    EXPECT_FALSE(run.hasStarted());
-    run.resetEverything(morning + 10);
-    PomodoroRun fresh;
-    fresh.day = morning + 10;
-    EXPECT_EQ(run, fresh);
-}
-
 TEST(PomodoroRun, RecordRoundTripsThroughItsJson) {
     PomodoroRun run;
     run.phase = Phase::longBreak;
