@@ -25,7 +25,7 @@ bool isValidUtf8(std::string_view text) {
 } // namespace
 
 void SystemDockReloader::waitUntilSettled() {
-    auto dock = processes_.find(dockProcessName);
+    auto dock = processes_.find(processName_);
     if (!dock) return;
     auto age = clock_.now() - dock->startTime;
     // A start time ahead of the clock is treated as just now rather than waited out.
@@ -35,11 +35,11 @@ void SystemDockReloader::waitUntilSettled() {
 
 void SystemDockReloader::reload() {
     std::optional<int> previousPid;
-    if (auto dock = processes_.find(dockProcessName)) previousPid = dock->pid;
+    if (auto dock = processes_.find(processName_)) previousPid = dock->pid;
 
     ProcessResult result;
     try {
-        result = runner_.run(ProcessRequest{killallPath, {dockProcessName}, std::nullopt, std::nullopt});
+        result = runner_.run(ProcessRequest{killallPath, {processName_}, std::nullopt, std::nullopt});
     } catch (const ProcessLaunchError& error) {
         throw DockError::dockReloadFailed(std::string("failed to launch killall: ") + error.what());
     }
@@ -51,7 +51,7 @@ void SystemDockReloader::reload() {
 
     const auto deadline = clock_.now() + timing_.relaunchTimeout;
     for (;;) {
-        auto dock = processes_.find(dockProcessName);
+        auto dock = processes_.find(processName_);
         if (dock && (!previousPid || dock->pid != *previousPid)) return;
         auto now = clock_.now();
         if (now >= deadline) throw DockError::dockReloadFailed("the Dock did not relaunch");

@@ -25,9 +25,12 @@ public:
     static constexpr const char* killallPath = "/usr/bin/killall";
     static constexpr const char* dockProcessName = "Dock";
 
+    /// `processName` is the process looked for and killed; tests give a stand-in a name of its
+    /// own so that running them on a Mac never restarts the real Dock.
     SystemDockReloader(const ProcessTable& processes, ProcessRunner& runner, const Clock& clock, Sleeper& sleeper,
-                       DockReloadTiming timing = {})
-        : processes_(processes), runner_(runner), clock_(clock), sleeper_(sleeper), timing_(timing) {}
+                       DockReloadTiming timing = {}, std::string processName = dockProcessName)
+        : processes_(processes), runner_(runner), clock_(clock), sleeper_(sleeper), timing_(timing),
+          processName_(std::move(processName)) {}
 
     void waitUntilSettled() override;
     void reload() override;
@@ -38,6 +41,7 @@ private:
     const Clock& clock_;
     Sleeper& sleeper_;
     DockReloadTiming timing_;
+    std::string processName_;
 };
 
 } // namespace corvane

@@ -1,12 +1,13 @@
-// A stand-in for the macOS Dock, built under the name "Dock" so that killall and the process
-// table find it as they would find the real one.
+// A stand-in for the macOS Dock, built under a name of its own ("crvn-test-dock") that the tests
+// give the reloader, so that killall and the process table find it as they would find the real
+// Dock, and a real Dock is never touched.
 //
-//   Dock PLIST LOG [--restore-once MARKER]
+//   crvn-test-dock PLIST LOG [--restore-once|--restore-always MARKER]
 //
 // On start it reads its tiles from PLIST, as the Dock reads its preferences, and appends one line
 // "PID PATH|PATH|..." to LOG. With --restore-once, the first time it is terminated it writes the
 // tiles it read back over PLIST before exiting (and creates MARKER), as the real Dock sometimes
-// does while it restarts. It exits on its own when its supervisor is gone.
+// does while it restarts; with --restore-always it does so every time. It exits on its own when its supervisor is gone.
 
 #include "CorvaneCore/dock/DockPlistReader.hpp"
 #include "CorvaneCore/dock/DockPlistWriter.hpp"
@@ -39,11 +40,12 @@ void appendLine(const char* path, const std::string& line) {
 int main(int argc, char** argv) {
     using namespace corvane;
     if (argc != 3 && argc != 5) {
-        std::fprintf(stderr, "usage: Dock PLIST LOG [--restore-once MARKER]\n");
+        std::fprintf(stderr, "usage: crvn-test-dock PLIST LOG [--restore-once|--restore-always MARKER]\n");
         return 2;
     }
     const char* logPath = argv[2];
     const char* marker = argc == 5 ? argv[4] : nullptr;
+    const bool restoresAlways = argc == 5 && std::string(argv[3]) == "--restore-always";
 
     struct sigaction action {};
     action.sa_handler = onTerminate;
@@ -67,7 +69,7 @@ int main(int argc, char** argv) {
     // At most a minute, so that nothing outlives a test that died.
     for (int tick = 0; tick < 60 * 50 && !terminated && getppid() == supervisor; ++tick) ::usleep(20000);
 
-    if (terminated && marker && snapshot && !std::filesystem::exists(marker)) {
+    if (terminated && marker && snapshot && (restoresAlways || !std::filesystem::exists(marker))) {
         appendLine(marker, "restored\n");
         DockPlistWriter(backend).write(*snapshot);
     }

@@ -2,6 +2,7 @@
 // that wait on wall time: each wait is bounded and polls, so a loaded machine only makes them slower.
 
 #include "CorvaneCore/dock/DockChangeDetector.hpp"
+#include "CorvaneCore/dock/DockError.hpp"
 #include "CorvaneCore/dock/DockSwapper.hpp"
 #include "CorvaneCore/dock/SystemDockReloader.hpp"
 #include "fakes/TemporaryDirectory.hpp"
@@ -60,10 +61,11 @@ protected:
     }
 
     /// Starts the supervised Dock and waits until it has read its preferences.
-    void startDock(bool restoresOnce) {
+    enum class Restores { never, once, always };
+    void startDock(Restores restores) {
         std::vector<std::string> arguments{CORVANE_DOCK_SUPERVISOR, CORVANE_DOCK_STANDIN, plist.string(), log.string()};
-        if (restoresOnce) {
-            arguments.push_back("--restore-once");
+        if (restores != Restores::never) {
+            arguments.push_back(restores == Restores::once ? "--restore-once" : "--restore-always");
             arguments.push_back(marker.string());
         }
         std::vector<char*> argv;
@@ -94,7 +96,8 @@ protected:
     ProcProcessTable processes;
     PosixProcessRunner runner;
     // A short settle time keeps the test quick; the rest is the production timing.
-    SystemDockReloader reloader{processes, runner, clock, sleeper, DockReloadTiming{0.3, 5.0, 0.05}};
+    SystemDockReloader reloader{processes, runner, clock, sleeper, DockReloadTiming{0.3, 5.0, 0.05},
+                                CORVANE_DOCK_STANDIN_NAME};
     DockSwapper swapper{DockPlistReader(backend, clock), DockPlistWriter(backend), reloader};
     const DockSnapshot target{{app("/Applications/New.app"), SpacerVariant::small}, {}, {}};
 
@@ -104,15 +107,15 @@ private:
 
 TEST_F(DockReloadSystemTest, TheProcessTableFindsTheDockAndWhenItStarted) {
     auto before = clock.now();
-    startDock(false);
-    auto dock = processes.find("Dock");
+    startDock(Restores::never);
+    auto dock = processes.find(CORVANE_DOCK_STANDIN_NAME);
     ASSERT_TRUE(dock);
     EXPECT_NEAR(dock->startTime - before, 0.0, 2.0);
     EXPECT_FALSE(processes.find("no-such-process"));
 }
 
 TEST_F(DockReloadSystemTest, ASwapRestartsTheDockWhichThenShowsTheNewItems) {
-    startDock(false);
+    startDock(Restores::never);
     const int firstDock = starts().front().pid;
     ASSERT_EQ(starts().front().items, "/Applications/Old.app|");
 
@@ -125,12 +128,22 @@ TEST_F(DockReloadSystemTest, ASwapRestartsTheDockWhichThenShowsTheNewItems) {
 }
 
 TEST_F(DockReloadSystemTest, ADockThatRestoresItsOldItemsWhileRestartingIsSwappedOnTheRetry) {
-    startDock(true);
+    startDock(Restores::once);
     swapper.swap(target);
 
     EXPECT_TRUE(std::filesystem::exists(marker)) << "the stand-in put its old items back once";
     EXPECT_FALSE(DockChangeDetector::diff(target, swapper.snapshot()).hasChanges());
     EXPECT_TRUE(waitFor([&] { return starts().back().items == "/Applications/New.app|spacer|"; })) << readText(log);
+}
+
+TEST_F(DockReloadSystemTest, ADockThatAlwaysRestoresItsOldItemsFailsTheSwap) {
+    startDock(Restores::always);
+    try {
+        swapper.swap(target);
+        FAIL() << "the swap succeeded";
+    } catch (const DockError& error) {
+        EXPECT_STREQ(error.what(), "Failed to reload dock because the Dock kept its previous items; try again");
+    }
 }
 
 } // namespace
