@@ -9,7 +9,7 @@ bool DockSwapper::attempt(const DockSnapshot& target) {
     reloader_.waitUntilSettled();
     writer_.write(target);
     reloader_.reload();
-    return !DockChangeDetector::diff(target, reader_.read()).hasChanges();
+    return !DockChangeDetector::diff(target, reader_.read(DockPlistReader::Detail::layout)).hasChanges();
 }
 
 void DockSwapper::swap(const DockSnapshot& target) {

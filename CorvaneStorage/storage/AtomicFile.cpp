@@ -53,13 +53,6 @@ bool writeAll(int fd, std::string_view contents) {
     return true;
 }
 
-void syncDirectory(const fs::path& directory) {
-    int fd = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY);
-    if (fd < 0) return;
-    ::fsync(fd);
-    ::close(fd);
-}
-
 } // namespace
 
 std::optional<std::string> readFileIfExists(const fs::path& path) {
@@ -92,13 +85,14 @@ void writeFileAtomically(const fs::path& path, std::string_view contents, unsign
     if (fd < 0) fail(std::strerror(errno));
     const fs::path temporary = pattern;
 
-    bool ok = writeAll(fd, contents) && ::fchmod(fd, static_cast<mode_t>(mode)) == 0 && ::fsync(fd) == 0;
+    // No fsync: a rename over the old file is what makes the save atomic, for readers and for a
+    // writer killed halfway. Forcing the bytes to the disk as well would cost a disk flush on
+    // every save, milliseconds each, for protection against power loss that the system's own
+    // atomic writes don't pay for either.
+    bool ok = writeAll(fd, contents) && ::fchmod(fd, static_cast<mode_t>(mode)) == 0;
     int savedErrno = errno;
     ok = (::close(fd) == 0) && ok;
-    if (ok && ::rename(temporary.c_str(), path.c_str()) == 0) {
-        syncDirectory(directory);
-        return;
-    }
+    if (ok && ::rename(temporary.c_str(), path.c_str()) == 0) return;
     if (ok) savedErrno = errno;
     fs::remove(temporary, ec);
     fail(std::strerror(savedErrno));

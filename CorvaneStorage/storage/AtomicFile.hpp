@@ -12,8 +12,8 @@ namespace corvane {
 std::optional<std::string> readFileIfExists(const std::filesystem::path& path);
 
 /// Replaces `path` with `contents` so that a reader sees the old file or the new one, never
-/// half of either: a unique temporary file in the same folder is written, flushed to disk and
-/// renamed over the old one, then the folder is flushed. Missing folders are created. On
+/// half of either, even when the writer is killed halfway: a unique temporary file in the same
+/// folder is written, closed and renamed over the old one. Missing folders are created. On
 /// failure the temporary file is removed and `DataFileError` (write) is thrown. Temporary
 /// files that a killed writer left behind for the same file are removed first. The new file
 /// gets `mode` (0600 for secrets).

@@ -6,6 +6,7 @@
 #include "CorvaneStorage/storage/DataFileError.hpp"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -25,7 +26,7 @@ public:
         : url_(std::move(url)), notifier_(notifier), notificationName_(std::move(notificationName)) {
         auto contents = readFileIfExists(url_);
         fileExistedOnLoad_ = contents.has_value();
-        value_ = contents ? decoded(*contents) : Codec::empty();
+        value_ = contents ? decoded(std::move(*contents)) : Codec::empty();
     }
     virtual ~JsonFileStore() = default;
 
@@ -36,12 +37,20 @@ public:
 
     /// Replaces the value with the file's, when there is a file.
     void reload() {
-        if (auto contents = readFileIfExists(url_)) value_ = decoded(*contents);
+        auto contents = readFileIfExists(url_);
+        if (!contents) return;
+        // Most re-reads find the file as this store last read or wrote it; a copy of the value
+        // decoded then is much cheaper than decoding again.
+        if (known_ && *contents == known_->bytes) value_ = known_->value;
+        else value_ = decoded(std::move(*contents));
     }
 
     /// Writes the value; on failure the in-memory value keeps the change.
     void save() {
-        writeFileAtomically(url_, Codec::encode(value_));
+        auto bytes = Codec::encode(value_);
+        known_.reset();
+        writeFileAtomically(url_, bytes);
+        known_ = Known{std::move(bytes), value_};
         if (notifier_ && !notificationName_.empty()) notifier_->post(notificationName_);
     }
 
@@ -60,9 +69,17 @@ protected:
     }
 
 private:
-    Value decoded(const std::string& contents) const {
+    /// The file as this store last read or wrote it.
+    struct Known {
+        std::string bytes;
+        Value value;
+    };
+
+    Value decoded(std::string contents) {
         try {
-            return Codec::decode(contents);
+            auto value = Codec::decode(contents);
+            known_ = Known{std::move(contents), value};
+            return value;
         } catch (const DecodingError& error) {
             throw DataFileError(DataFileError::Operation::decode, url_, error.what());
         }
@@ -73,6 +90,7 @@ private:
     std::string notificationName_;
     bool fileExistedOnLoad_ = false;
     Value value_;
+    std::optional<Known> known_;
 };
 
 } // namespace corvane

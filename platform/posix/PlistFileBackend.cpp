@@ -1,7 +1,6 @@
 #include "platform/posix/PlistFileBackend.hpp"
 
 #include "CorvaneCore/dock/DockError.hpp"
-#include "platform/posix/PlistFile.hpp"
 
 namespace corvane {
 
@@ -32,9 +31,9 @@ DockTiles tilesFromPreferences(const PlistDictionary& root, const std::filesyste
 }
 
 DockTiles PlistFileBackend::readTiles() {
-    std::optional<PlistDictionary> root;
+    const PlistDictionary* root = nullptr;
     try {
-        root = readPlistDictionary(url_);
+        root = file_.read();
     } catch (const PlistFileError& error) {
         if (error.kind == PlistFileError::Kind::unreadable) throw DockError::plistReadFailed(url_.string(), error.what());
         throw DockError::plistMalformed(url_.string(), error.what());
@@ -45,10 +44,11 @@ DockTiles PlistFileBackend::readTiles() {
 
 void PlistFileBackend::writeTiles(const DockTiles& tiles) {
     try {
-        auto root = readPlistDictionary(url_).value_or(PlistDictionary{});
+        const auto* current = file_.read();
+        auto root = current ? *current : PlistDictionary{};
         root.insert_or_assign(std::string(DockTileKey::persistentApps), asArray(tiles.apps));
         root.insert_or_assign(std::string(DockTileKey::persistentOthers), asArray(tiles.others));
-        writePlistDictionary(url_, root);
+        file_.write(std::move(root));
     } catch (const PlistFileError& error) {
         // A file we cannot read back is not overwritten: its other keys would be lost.
         throw DockError::plistWriteFailed(url_.string(), error.what());

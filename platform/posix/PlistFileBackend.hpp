@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CorvaneCore/platform/DockPreferencesBackend.hpp"
+#include "platform/posix/PlistFile.hpp"
 
 namespace corvane {
 
@@ -8,7 +9,7 @@ namespace corvane {
 /// or the live file off macOS. Every other key of the file is kept when the tiles are written.
 class PlistFileBackend final : public DockPreferencesBackend {
 public:
-    explicit PlistFileBackend(std::filesystem::path url) : url_(std::move(url)) {}
+    explicit PlistFileBackend(std::filesystem::path url) : url_(url), file_(std::move(url)) {}
 
     DockTiles readTiles() override;
     void writeTiles(const DockTiles& tiles) override;
@@ -16,6 +17,7 @@ public:
 
 private:
     std::filesystem::path url_;
+    PlistFileMemo file_;
 };
 
 /// The two tile arrays of a preferences root; a missing array is empty. Throws `DockError`

@@ -59,6 +59,13 @@ TEST_F(DockPlistReaderTest, MapsEveryTileOfBothSectionsInOrder) {
     ASSERT_TRUE(docs);
     EXPECT_EQ(docs->url, "https://example.org/docs?page=1");
     EXPECT_EQ(docs->displayName, "Docs");
+
+    // Comparing layouts needs no copy of each tile; otherwise the items are the same.
+    auto layout = DockPlistReader(backend, clock).read(DockPlistReader::Detail::layout);
+    EXPECT_FALSE(layout.apps[0].app()->tile);
+    EXPECT_FALSE(layout.others[1].url()->tile);
+    EXPECT_EQ(layout.apps[0].app()->path, chrome->path);
+    EXPECT_EQ(layout.apps.size(), snapshot.apps.size());
 }
 
 TEST_F(DockPlistReaderTest, AFileTileIsAnAppAmongAppsAndAFileAmongDocuments) {

@@ -66,6 +66,26 @@ TEST_F(PlistFileBackendTest, WritingReplacesTheTilesAndKeepsEveryOtherKey) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1) << "no temporary file is left";
 }
 
+TEST_F(PlistFileBackendTest, AChangeByAnotherWriterIsSeenEvenWhenTheSizeIsTheSame) {
+    // The backend keeps what it last read or wrote; a Dock that rewrites the file must not be
+    // hidden behind that, whatever the file's size and time stamp.
+    DockTiles tiles{{PlistDictionary{{"tile-type", "spacer-tile"}, {"tile-data", PlistDictionary{}}}}, {}};
+    backend.writeTiles(tiles);
+    EXPECT_EQ(backend.readTiles(), tiles);
+
+    auto text = readText(url);
+    auto at = text.find("spacer-tile");
+    ASSERT_NE(at, std::string::npos);
+    text.replace(at, 6, "flexer");
+    writeText(url, text);
+    auto reread = backend.readTiles();
+    ASSERT_TRUE(stringAt(reread.apps[0], {"tile-type"}));
+    EXPECT_EQ(*stringAt(reread.apps[0], {"tile-type"}), "flexer-tile");
+
+    std::filesystem::remove(url);
+    EXPECT_THROW(backend.readTiles(), DockError);
+}
+
 TEST_F(PlistFileBackendTest, WritingCreatesAMissingFile) {
     backend.writeTiles({});
     auto root = *parsePropertyList(readText(url))->dictionary();

@@ -82,6 +82,12 @@ TEST(ProfileStore, ChangesRereadTheFileSoAnotherProcessesSaveSurvives) {
     ProfileStore reader(dir / "profiles.json");
     ASSERT_EQ(reader.file().profiles.size(), 2u);
     EXPECT_EQ(reader.file().profiles[0].name, "From first");
+
+    // The first store last wrote the file itself; it must still notice the other's save.
+    first.create(named("From first again"));
+    ProfileStore again(dir / "profiles.json");
+    ASSERT_EQ(again.file().profiles.size(), 3u);
+    EXPECT_EQ(again.file().profiles[1].name, "From second");
 }
 
 TEST(ProfileStore, OlderFileLoadsAndTheFirstSaveWritesTheCurrentForm) {
