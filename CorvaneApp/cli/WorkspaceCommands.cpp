@@ -200,12 +200,6 @@ void addWorkspaceCommands(CLI::App& app, ToolContext& context) {
         auto profile = resolveWorkspace(store.file().profiles, args->target);
         auto old = profile.name;
         profile.name = args->name;
-        if (args->fromDock) {
-            auto dock = context.openDock();
-            auto snapshot = DockPlistReader(*dock.backend, context.services.clock).read();
-            profile.items = snapshot.apps;
-            profile.others = snapshot.others;
-        }
         store.update(profile);
         out << "Renamed " << quoted(old) << " to " << quoted(args->name) << ".\n";
     });
