@@ -123,7 +123,7 @@ TEST(ClipboardItem, HistoryJsonRoundTripsEveryFieldAndDecodesTolerantly) {
                        Bytes{1, 2, 3},
                        Date{700000001}};
     ClipboardItem image{.id = Uuid::generate(), .kind = ClipboardItem::Kind::image, .imageData = Bytes{0x89, 'P'}};
-    ClipboardItem file{.id = Uuid::generate(), .kind = ClipboardItem::Kind::file, .fileURL = "file:///tmp/a.txt"};
+    ClipboardItem file{.id = Uuid::generate(), .kind = ClipboardItem::Kind::file, .fileURL = "file:///Users/ada/a.txt"};
     std::vector<ClipboardItem> items{full, image, file};
     EXPECT_EQ(clipboardHistoryFromText(clipboardHistoryText(items)), items);
 
