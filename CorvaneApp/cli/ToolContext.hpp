@@ -3,6 +3,7 @@
 #include "CorvaneCore/platform/Clock.hpp"
 #include "CorvaneCore/platform/Log.hpp"
 #include "CorvaneCore/platform/Notifier.hpp"
+#include "CorvaneCore/platform/SecretStore.hpp"
 #include "CorvaneCore/platform/SystemFolders.hpp"
 
 #include "CorvaneCore/platform/DockPreferencesBackend.hpp"
@@ -41,6 +42,8 @@ struct ToolServices {
     /// The Dock preferences file given with `--dock-plist` (then nothing is restarted), or the
     /// system's Dock.
     std::function<DockAccess(const std::optional<std::filesystem::path>& dockPlist)> openDock;
+    /// Where the clipboard history's key lives, for the data folder given.
+    std::function<std::unique_ptr<SecretStore>(const std::filesystem::path& dataDirectory)> openSecrets;
 };
 
 /// What every command receives: the services, the global options and where to print.

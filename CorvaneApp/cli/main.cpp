@@ -15,9 +15,11 @@
 #ifdef __APPLE__
 #include "platform/macos/CFPreferencesBackend.hpp"
 #include "platform/macos/DistributedNotifier.hpp"
+#include "platform/macos/KeychainSecretStore.hpp"
 #include "platform/macos/LibprocProcessTable.hpp"
 #include "platform/macos/OsLog.hpp"
 #else
+#include "platform/posix/FileSecretStore.hpp"
 #include "platform/posix/NullNotifier.hpp"
 #include "platform/posix/ProcProcessTable.hpp"
 #endif
@@ -60,6 +62,16 @@ int main(int argc, char** argv) {
         return access;
     };
 
-    ToolServices services{environment, notifier, log, clock, openDock};
+    auto openSecrets = [&log](const std::filesystem::path& dataDirectory) -> std::unique_ptr<SecretStore> {
+#ifdef __APPLE__
+        (void)dataDirectory;
+        return std::make_unique<KeychainSecretStore>(log);
+#else
+        (void)log;
+        return std::make_unique<FileSecretStore>(dataDirectory);
+#endif
+    };
+
+    ToolServices services{environment, notifier, log, clock, openDock, openSecrets};
     return runTool(argc, argv, services, std::cout, std::cerr);
 }
