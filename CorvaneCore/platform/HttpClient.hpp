@@ -18,6 +18,9 @@ struct HttpRequest {
     double totalTimeout = 12;
     /// A body longer than this fails the request instead of filling memory.
     std::size_t maximumBodyBytes = 8 * 1024 * 1024;
+    /// Off, a redirect arrives as the reply it is, with its target in `redirectLocation`, so
+    /// that the caller can judge each hop before following it.
+    bool followRedirects = true;
 };
 
 /// A reply that arrived, whatever its status.
@@ -26,6 +29,8 @@ struct HttpResponse {
     std::string body;
     /// The "Content-Type" header as sent, empty when absent.
     std::string contentType;
+    /// The absolute address a redirect points to, when redirects are not followed.
+    std::string redirectLocation;
 };
 
 /// Why no reply arrived: no network, a time-out, a malformed URL, a body over the limit.
@@ -41,7 +46,7 @@ struct HttpResult {
     bool ok() const { return response && response->status == 200; }
 };
 
-/// Blocking HTTP GETs that follow redirects. Safe from several threads at once; callers keep
+/// Blocking HTTP GETs. Safe from several threads at once; callers keep
 /// requests off the main thread.
 class HttpClient {
 public:

@@ -41,12 +41,12 @@ std::optional<WebPreview> ClipboardOGSource::fetch(const std::string& url) {
     if (!address || !ClipboardItem::isFetchableHost(url)) return std::nullopt;
     HttpRequest request{std::string(text::trimmed(url)), {{"Accept", std::string(accept)}}, std::string(userAgent),
                         connectTimeout, totalTimeout, maximumPageBytes};
-    auto result = http_.get(request);
-    if (!result.ok()) return std::nullopt;
-    const auto& contentType = result.response->contentType;
+    auto response = getFetchable(std::move(request));
+    if (!response) return std::nullopt;
+    const auto& contentType = response->contentType;
     if (!contentType.empty() && text::lowercased(contentType).find("html") == std::string::npos) return std::nullopt;
 
-    auto page = WebPreviewPage::read(result.response->body);
+    auto page = WebPreviewPage::read(response->body);
     WebPreview preview{page.title, page.description, std::nullopt};
     if (page.imageReference)
         if (auto imageURL = address->resolve(*page.imageReference)) preview.imageData = fetchImage(*imageURL);
@@ -58,12 +58,27 @@ std::optional<Bytes> ClipboardOGSource::fetchImage(const std::string& url) {
     if (!ClipboardItem::isFetchableHost(url)) return std::nullopt;
     HttpRequest request{url, {{"Accept", "image/*"}}, std::string(userAgent), connectTimeout, totalTimeout,
                         maximumImageBytes};
-    auto result = http_.get(request);
-    if (!result.ok() || result.response->body.empty()) return std::nullopt;
-    auto type = text::lowercased(result.response->contentType);
+    auto response = getFetchable(std::move(request));
+    if (!response || response->body.empty()) return std::nullopt;
+    auto type = text::lowercased(response->contentType);
     // Vector images would need a renderer the tile does not have.
     if (!type.empty() && (!type.starts_with("image/") || type.starts_with("image/svg"))) return std::nullopt;
-    return Bytes(result.response->body.begin(), result.response->body.end());
+    return Bytes(response->body.begin(), response->body.end());
+}
+
+std::optional<HttpResponse> ClipboardOGSource::getFetchable(HttpRequest request) {
+    request.followRedirects = false;
+    for (int hop = 0; hop <= maximumRedirects; ++hop) {
+        auto result = http_.get(request);
+        if (!result.response) return std::nullopt;
+        const auto status = result.response->status;
+        if (status == 200) return std::move(*result.response);
+        const auto& target = result.response->redirectLocation;
+        if (status < 300 || status >= 400 || target.empty() || !ClipboardItem::isFetchableHost(target))
+            return std::nullopt;
+        request.url = target;
+    }
+    return std::nullopt;
 }
 
 } // namespace corvane

@@ -52,7 +52,15 @@ public:
     /// The image at `url` when it is a raster image within the size limit. Blocking.
     std::optional<Bytes> fetchImage(const std::string& url);
 
+    /// Redirects followed by hand, at most this many, each target judged like the first address:
+    /// a public page must not lead the request to a machine on the user's network.
+    static constexpr int maximumRedirects = 5;
+
 private:
+    /// The reply to `request` after its redirects; none when a hop leads somewhere not fetchable
+    /// or the last reply is not a success.
+    std::optional<HttpResponse> getFetchable(HttpRequest request);
+
     void runNext();
 
     HttpClient& http_;

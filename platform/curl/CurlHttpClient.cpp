@@ -57,7 +57,7 @@ HttpResult CurlHttpClient::get(const HttpRequest& request) {
     CURL* handle = easy.get();
     curl_easy_setopt(handle, CURLOPT_URL, request.url.c_str());
     curl_easy_setopt(handle, CURLOPT_HTTPGET, 1L);
-    curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 1L);
+    curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, request.followRedirects ? 1L : 0L);
     curl_easy_setopt(handle, CURLOPT_MAXREDIRS, 5L);
     curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
     curl_easy_setopt(handle, CURLOPT_ACCEPT_ENCODING, "");
@@ -80,6 +80,9 @@ HttpResult CurlHttpClient::get(const HttpRequest& request) {
     char* contentType = nullptr;
     curl_easy_getinfo(handle, CURLINFO_CONTENT_TYPE, &contentType);
     if (contentType) response.contentType = contentType;
+    char* location = nullptr;
+    curl_easy_getinfo(handle, CURLINFO_REDIRECT_URL, &location);
+    if (location) response.redirectLocation = location;
     response.body = std::move(body.text);
     result.response = std::move(response);
     return result;

@@ -18,13 +18,21 @@ public:
         replies_[url] = HttpResponse{status, std::move(body), std::move(contentType)};
     }
 
-    HttpResult get(const HttpRequest& request) override {
+    /// `url` answers 302 towards `target`; the fake follows it when the request asks to.
+    void redirect(const std::string& url, const std::string& target) {
         std::lock_guard lock(mutex_);
-        requests_.push_back(request);
-        HttpResult result;
-        if (auto found = replies_.find(request.url); found != replies_.end()) result.response = found->second;
-        else result.failure.description = "Could not resolve host";
-        return result;
+        replies_[url] = HttpResponse{302, "", "", target};
+    }
+
+    HttpResult get(const HttpRequest& request) override {
+        auto url = request.url;
+        for (int hop = 0; request.followRedirects && hop < 5; ++hop) {
+            std::lock_guard lock(mutex_);
+            auto found = replies_.find(url);
+            if (found == replies_.end() || found->second.redirectLocation.empty()) break;
+            url = found->second.redirectLocation;
+        }
+        return answer(request, url);
     }
 
     std::vector<HttpRequest> requests() const {
@@ -33,6 +41,15 @@ public:
     }
 
 private:
+    HttpResult answer(const HttpRequest& request, const std::string& url) {
+        std::lock_guard lock(mutex_);
+        requests_.push_back(request);
+        HttpResult result;
+        if (auto found = replies_.find(url); found != replies_.end()) result.response = found->second;
+        else result.failure.description = "Could not resolve host";
+        return result;
+    }
+
     mutable std::mutex mutex_;
     std::map<std::string, HttpResponse> replies_;
     std::vector<HttpRequest> requests_;

@@ -89,6 +89,15 @@ TEST(CurlHttpClientTest, OtherStatusesArriveButAreNotOk) {
     ASSERT_TRUE(result.response);
     EXPECT_EQ(result.response->status, 404);
     EXPECT_FALSE(result.ok());
+
+    // A redirect left unfollowed arrives with its absolute target.
+    OneShotServer redirecting("HTTP/1.1 302 Found\r\nLocation: /next\r\nContent-Length: 0\r\nConnection: close\r\n\r\n");
+    HttpRequest request{redirecting.url("/first")};
+    request.followRedirects = false;
+    const auto redirect = CurlHttpClient().get(request);
+    ASSERT_TRUE(redirect.response);
+    EXPECT_EQ(redirect.response->status, 302);
+    EXPECT_EQ(redirect.response->redirectLocation, redirecting.url("/next"));
 }
 
 TEST(CurlHttpClientTest, ABodyOverTheLimitAndARefusedConnectionAreFailures) {

@@ -246,3 +246,29 @@ TEST(ClipboardSource, FetchesPreviewsOnlyForPublicLinksAndOnlyTheLatestWaitingOn
     h.settle();
     EXPECT_EQ(h.http.requests().size(), 2u);
 }
+
+TEST(ClipboardSource, PreviewsFollowRedirectsOnlyTowardsPublicHosts) {
+    ClipboardSourceHarness h;
+    h.source.state(h.settings, h.frontmost);
+    h.http.redirect("https://short.example/x", "https://example.com/long");
+    h.http.reply("https://example.com/long", 200, R"(<title>Long page</title>)", "text/html");
+    h.http.redirect("https://short.example/y", "http://10.0.0.1/router");
+    h.http.reply("http://10.0.0.1/router", 200, R"(<title>Router</title>)", "text/html");
+
+    h.copy("https://short.example/x");
+    h.settle();
+    h.copy("https://short.example/y");
+    h.settle();
+
+    std::vector<std::string> asked;
+    for (const auto& request : h.http.requests()) {
+        EXPECT_FALSE(request.followRedirects);
+        asked.push_back(request.url);
+    }
+    EXPECT_EQ(asked, (std::vector<std::string>{"https://short.example/x", "https://example.com/long",
+                                               "https://short.example/y"}));
+    auto state = h.source.current();
+    ASSERT_EQ(state.items.size(), 2u);
+    EXPECT_EQ(state.items[1].ogTitle, "Long page");
+    EXPECT_EQ(state.items[0].ogTitle, std::nullopt);
+}
