@@ -1,5 +1,6 @@
 #include "CorvaneApp/cli/Tool.hpp"
 
+#include "CorvaneApp/cli/AutomationCommands.hpp"
 #include "CorvaneApp/cli/DockCommands.hpp"
 #include "CorvaneApp/cli/TransferCommands.hpp"
 #include "CorvaneApp/cli/WorkspaceCommands.hpp"
@@ -21,6 +22,7 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     addWorkspaceCommands(app, context);
     addDockCommands(app, context);
     addTransferCommands(app, context);
+    addAutomationCommands(app, context);
 
     try {
         app.parse(argc, argv);

@@ -27,6 +27,12 @@ public:
         fileExistedOnLoad_ = contents.has_value();
         value_ = contents ? decoded(*contents) : Codec::empty();
     }
+    /// A store on "/dev/null": it reads nothing and its saves go nowhere, as that file would do
+    /// if an atomic write could not replace it. Like that file, it exists.
+    struct Discarding {};
+    static constexpr Discarding discarding{};
+    explicit JsonFileStore(Discarding)
+        : url_("/dev/null"), notifier_(nullptr), fileExistedOnLoad_(true), discards_(true), value_(Codec::empty()) {}
     virtual ~JsonFileStore() = default;
 
     const std::filesystem::path& url() const { return url_; }
@@ -36,11 +42,13 @@ public:
 
     /// Replaces the value with the file's, when there is a file.
     void reload() {
+        if (discards_) return;
         if (auto contents = readFileIfExists(url_)) value_ = decoded(*contents);
     }
 
     /// Writes the value; on failure the in-memory value keeps the change.
     void save() {
+        if (discards_) return;
         writeFileAtomically(url_, Codec::encode(value_));
         if (notifier_ && !notificationName_.empty()) notifier_->post(notificationName_);
     }
@@ -72,6 +80,7 @@ private:
     Notifier* notifier_;
     std::string notificationName_;
     bool fileExistedOnLoad_ = false;
+    bool discards_ = false;
     Value value_;
 };
 
