@@ -260,7 +260,7 @@ TEST_F(Launch, WithoutAFocusBindingNoMonitorRuns) {
 }
 
 TEST_F(Launch, LaunchRequestsNeedAValueAndWaitForTheirDelays) {
-    EXPECT_EQ(LaunchRequests::parse({"--stack", "/tmp/x", "--page"}), (LaunchRequests{std::nullopt, "/tmp/x", std::nullopt}));
+    EXPECT_EQ(LaunchRequests::parse({"--stack", "/Users/me/Projects", "--page"}), (LaunchRequests{std::nullopt, "/Users/me/Projects", std::nullopt}));
     EXPECT_EQ(LaunchRequests::parse({"--page", "--widget", "timer"}).page, std::nullopt);
 
     auto& state = start();
