@@ -54,7 +54,10 @@ void GlobalHotkeyManager::fire(std::uint32_t id) {
         log_.info("hotkey", "unknown hotkey " + std::to_string(id));
         return;
     }
-    if (handler_) handler_(it->second.action);
+    // Copies: the handler may rebuild the registrations, and itself, while it runs.
+    auto action = it->second.action;
+    auto handler = handler_;
+    if (handler) handler(action);
 }
 
 } // namespace corvane

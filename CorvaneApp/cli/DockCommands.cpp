@@ -1,5 +1,6 @@
 #include "CorvaneApp/cli/DockCommands.hpp"
 
+#include "CorvaneApp/cli/DockSession.hpp"
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneApp/cli/WorkspaceArgument.hpp"
 #include "CorvaneCore/dock/DockChangeDetector.hpp"
@@ -23,23 +24,6 @@
 namespace corvane {
 
 namespace {
-
-/// Everything a Dock command works with, opened on demand.
-struct DockSession {
-    explicit DockSession(ToolContext& context)
-        : dock(context.openDock()), dataDirectory(context.dataDirectory()),
-          store(StoragePath::profilesFileURL(dataDirectory), &context.services.notifier),
-          backups(StoragePath::backupsDirectory(dataDirectory), *dock.backend, dock.files, context.services.clock),
-          swapper(DockPlistReader(*dock.backend, context.services.clock), DockPlistWriter(*dock.backend), *dock.reloader),
-          switcher(store, swapper, backups, context.services.clock) {}
-
-    DockAccess dock;
-    std::filesystem::path dataDirectory;
-    ProfileStore store;
-    BackupManager backups;
-    DockSwapper swapper;
-    ProfileSwitcher switcher;
-};
 
 std::string quoted(const std::string& name) { return "\"" + name + "\""; }
 
@@ -66,6 +50,15 @@ void printReport(const DockChangeDetector::Report& report, std::ostream& out) {
 std::string backupName(const std::filesystem::path& path) { return path.filename().string(); }
 
 } // namespace
+
+void switchWorkspace(DockSession& session, const Profile& profile, std::ostream& out) {
+    if (session.store.file().activeProfileId == profile.id) {
+        out << quoted(profile.name) << " is already active; corvane apply puts it into the Dock again.\n";
+        return;
+    }
+    session.switcher.switchTo(profile.id);
+    out << "Switched to " << quoted(profile.name) << ".\n";
+}
 
 void addDockCommands(CLI::App& app, ToolContext& context) {
     struct Arguments {
@@ -108,13 +101,7 @@ void addDockCommands(CLI::App& app, ToolContext& context) {
     switching->add_option("WORKSPACE", args->target, "Id or name")->required();
     switching->callback([&context, &out, args] {
         DockSession session(context);
-        auto profile = resolveWorkspace(session.store.file().profiles, args->target);
-        if (session.store.file().activeProfileId == profile.id) {
-            out << quoted(profile.name) << " is already active; corvane apply puts it into the Dock again.\n";
-            return;
-        }
-        session.switcher.switchTo(profile.id);
-        out << "Switched to " << quoted(profile.name) << ".\n";
+        switchWorkspace(session, resolveWorkspace(session.store.file().profiles, args->target), out);
     });
 
     auto* apply = app.add_subcommand("apply", "Put the active workspace into the Dock again if the Dock differs");

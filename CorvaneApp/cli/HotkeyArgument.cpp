@@ -63,4 +63,14 @@ Hotkey parseHotkeyArgument(const std::string& spec) {
     throw UsageError("unknown key \"" + parts.back() + "\" in hotkey \"" + spec + "\"");
 }
 
+std::optional<HotkeyModifiers> parseModifiersArgument(const std::string& spec) {
+    HotkeyModifiers modifiers;
+    for (const auto& part : text::split(text::trimmed(spec), '+')) {
+        auto it = kModifierNames.find(text::lowercased(text::trimmed(part)));
+        if (it == kModifierNames.end()) return std::nullopt;
+        modifiers.rawValue |= it->second;
+    }
+    return modifiers;
+}
+
 } // namespace corvane

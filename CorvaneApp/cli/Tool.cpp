@@ -1,5 +1,6 @@
 #include "CorvaneApp/cli/Tool.hpp"
 
+#include "CorvaneApp/cli/AutomationCommands.hpp"
 #include "CorvaneApp/cli/ClipboardCommands.hpp"
 #include "CorvaneApp/cli/DockCommands.hpp"
 #include "CorvaneApp/cli/TransferCommands.hpp"
@@ -22,6 +23,7 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     addWorkspaceCommands(app, context);
     addDockCommands(app, context);
     addTransferCommands(app, context);
+    addAutomationCommands(app, context);
     addClipboardCommands(app, context);
 
     try {

@@ -1,6 +1,7 @@
 #include "CorvaneApp/cli/ToolContext.hpp"
 
 #include "CorvaneStorage/storage/StoragePath.hpp"
+#include "platform/posix/PlistFileUserDefaults.hpp"
 
 namespace corvane {
 
@@ -14,6 +15,10 @@ DockAccess ToolContext::openDock() const {
     std::optional<std::filesystem::path> file;
     if (dockPlistOption) file = *dockPlistOption;
     return services.openDock(file);
+}
+
+std::unique_ptr<UserDefaults> ToolContext::openDefaults() const {
+    return std::make_unique<PlistFileUserDefaults>(dataDirectory() / PlistFileUserDefaults::fileName);
 }
 
 } // namespace corvane

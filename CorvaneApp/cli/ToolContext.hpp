@@ -5,6 +5,7 @@
 #include "CorvaneCore/platform/Notifier.hpp"
 #include "CorvaneCore/platform/SecretStore.hpp"
 #include "CorvaneCore/platform/SystemFolders.hpp"
+#include "CorvaneCore/platform/UserDefaults.hpp"
 
 #include "CorvaneCore/platform/DockPreferencesBackend.hpp"
 #include "CorvaneCore/platform/DockReloader.hpp"
@@ -56,6 +57,8 @@ struct ToolContext {
     /// `--data-dir`, else `CORVANE_APP_SUPPORT_DIR`, else the default data folder.
     std::filesystem::path dataDirectory() const;
     DockAccess openDock() const;
+    /// The application's settings, in the property-list file of the data folder.
+    std::unique_ptr<UserDefaults> openDefaults() const;
 };
 
 } // namespace corvane

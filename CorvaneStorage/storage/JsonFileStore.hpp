@@ -28,6 +28,12 @@ public:
         fileExistedOnLoad_ = contents.has_value();
         value_ = contents ? decoded(std::move(*contents)) : Codec::empty();
     }
+    /// A store on "/dev/null": it reads nothing and its saves go nowhere, as that file would do
+    /// if an atomic write could not replace it. Like that file, it exists.
+    struct Discarding {};
+    static constexpr Discarding discarding{};
+    explicit JsonFileStore(Discarding)
+        : url_("/dev/null"), notifier_(nullptr), fileExistedOnLoad_(true), discards_(true), value_(Codec::empty()) {}
     virtual ~JsonFileStore() = default;
 
     const std::filesystem::path& url() const { return url_; }
@@ -37,6 +43,7 @@ public:
 
     /// Replaces the value with the file's, when there is a file.
     void reload() {
+        if (discards_) return;
         auto contents = readFileIfExists(url_);
         if (!contents) return;
         // Most re-reads find the file as this store last read or wrote it; a copy of the value
@@ -47,6 +54,7 @@ public:
 
     /// Writes the value; on failure the in-memory value keeps the change.
     void save() {
+        if (discards_) return;
         auto bytes = Codec::encode(value_);
         known_.reset();
         writeFileAtomically(url_, bytes);
@@ -89,6 +97,7 @@ private:
     Notifier* notifier_;
     std::string notificationName_;
     bool fileExistedOnLoad_ = false;
+    bool discards_ = false;
     Value value_;
     std::optional<Known> known_;
 };

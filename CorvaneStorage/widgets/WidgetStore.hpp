@@ -38,6 +38,9 @@ class WidgetStore : public JsonFileStore<WidgetsFile, WidgetsFileCodec> {
     explicit WidgetStore(std::filesystem::path url,
                          std::optional<std::filesystem::path> legacyCollectionsURL = {},
                          Notifier* notifier = nullptr);
+    /// Holds no widgets and saves nowhere: what the application uses when the widgets file
+    /// cannot be read, so that the file is left as it is.
+    explicit WidgetStore(Discarding) : JsonFileStore(discarding) {}
 
     const WidgetsFile& file() const { return value(); }
     WidgetsFile& file() { return value(); }

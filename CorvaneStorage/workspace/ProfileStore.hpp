@@ -20,6 +20,7 @@ class ProfileStore : public JsonFileStore<ProfilesFile, ProfilesFileCodec> {
 public:
     explicit ProfileStore(std::filesystem::path url, Notifier* notifier = nullptr)
         : JsonFileStore(std::move(url), notifier) {}
+    explicit ProfileStore(Discarding) : JsonFileStore(discarding) {}
 
     const ProfilesFile& file() const { return value(); }
     ProfilesFile& file() { return value(); }
