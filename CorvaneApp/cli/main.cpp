@@ -13,11 +13,13 @@
 #include <iostream>
 
 #ifdef __APPLE__
+#include "platform/macos/CFCalendarAdapter.hpp"
 #include "platform/macos/CFPreferencesBackend.hpp"
 #include "platform/macos/DistributedNotifier.hpp"
 #include "platform/macos/LibprocProcessTable.hpp"
 #include "platform/macos/OsLog.hpp"
 #else
+#include "platform/posix/LocalTimeCalendar.hpp"
 #include "platform/posix/NullNotifier.hpp"
 #include "platform/posix/ProcProcessTable.hpp"
 #endif
@@ -29,10 +31,12 @@ int main(int argc, char** argv) {
     DistributedNotifier notifier;
     OsLog log;
     LibprocProcessTable processes;
+    CFCalendarAdapter calendar;
 #else
     NullNotifier notifier;
     StderrLog log(environment.contains("CORVANE_LOG"));
     ProcProcessTable processes;
+    LocalTimeCalendar calendar;
 #endif
     SystemClock clock;
     PosixProcessRunner runner;
@@ -60,6 +64,6 @@ int main(int argc, char** argv) {
         return access;
     };
 
-    ToolServices services{environment, notifier, log, clock, openDock};
+    ToolServices services{environment, notifier, log, clock, openDock, calendar};
     return runTool(argc, argv, services, std::cout, std::cerr);
 }
