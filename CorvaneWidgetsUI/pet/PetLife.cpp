@@ -11,8 +11,8 @@ constexpr double kLongestFrame = PetWalk::longestStep / 2;
 } // namespace
 
 PetLife::PetLife(const PetSettings& settings, PetRoom room, const Clock& clock, Scheduler& scheduler,
-                 std::unique_ptr<RandomSource> dice)
-    : clock_(clock), scheduler_(scheduler), dice_(std::move(dice)), metric_(settings.follows), room_(room),
+                 std::unique_ptr<RandomSource> dice, SystemLoad* load)
+    : clock_(clock), scheduler_(scheduler), dice_(std::move(dice)), load_(load), metric_(settings.follows), room_(room),
       walk_(std::clamp(room.home.value_or(room.length / 2), room.low(), room.high()), false), last_(clock.now()) {
     walk_.repertoire = PetWalk::repertoireOf(settings.species);
     refresh();
@@ -61,12 +61,18 @@ void PetLife::start() {
     running_ = true;
     settle();
     scheduleFrame();
+    if (load_) {
+        sample();
+        scheduleReading();
+    }
 }
 
 void PetLife::stop() {
     running_ = false;
     if (frame_) scheduler_.cancel(*frame_);
+    if (reading_) scheduler_.cancel(*reading_);
     frame_.reset();
+    reading_.reset();
 }
 
 void PetLife::scheduleFrame() {
@@ -79,6 +85,20 @@ void PetLife::scheduleFrame() {
         // A tick's observer may have stopped the frames, or stopped and started them again.
         if (running_ && !frame_) scheduleFrame();
     });
+}
+
+void PetLife::scheduleReading() {
+    reading_ = scheduler_.schedule(readingInterval, [this] {
+        reading_.reset();
+        sample();
+        scheduleReading();
+    });
+}
+
+void PetLife::sample() {
+    // The first processor reading has nothing to compare with and gives none; the next does.
+    auto reading = metric_ == PetMetric::cpu ? load_->cpu() : load_->memory();
+    if (reading) record(*reading, load_->isHot());
 }
 
 void PetLife::refresh() {

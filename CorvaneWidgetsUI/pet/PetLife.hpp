@@ -3,6 +3,7 @@
 #include "CorvaneCore/platform/Clock.hpp"
 #include "CorvaneCore/platform/RandomSource.hpp"
 #include "CorvaneCore/platform/Scheduler.hpp"
+#include "CorvaneCore/platform/SystemLoad.hpp"
 #include "CorvaneCore/widgets/WidgetSettings.hpp"
 #include "CorvaneCore/widgets/pet/PetPace.hpp"
 #include "CorvaneCore/widgets/pet/PetWalk.hpp"
@@ -28,10 +29,14 @@ public:
         bool operator==(const Summary&) const = default;
     };
 
-    /// The pet starts at home (the middle of the room when it has none), sitting. The clock and
-    /// scheduler must outlive it.
+    /// Seconds between two machine readings while the pet runs: the smoothing spans six seconds,
+    /// so a reading every two is plenty and costs next to nothing.
+    static constexpr double readingInterval = 2.0;
+
+    /// The pet starts at home (the middle of the room when it has none), sitting. The clock,
+    /// scheduler and load (none: readings come only through `record`) must outlive it.
     PetLife(const PetSettings& settings, PetRoom room, const Clock& clock, Scheduler& scheduler,
-            std::unique_ptr<RandomSource> dice);
+            std::unique_ptr<RandomSource> dice, SystemLoad* load = nullptr);
     ~PetLife();
     PetLife(const PetLife&) = delete;
     PetLife& operator=(const PetLife&) = delete;
@@ -63,19 +68,22 @@ public:
     /// as far as the new room allows.
     void place(PetRoom room);
 
-    /// Starts the animation frames: one step per frame, at the pace's frame interval and at
-    /// least four times a second.
+    /// Starts the animation frames (one step per frame, at the pace's frame interval and at
+    /// least four times a second) and, with a load, the machine readings.
     void start();
     void stop();
     bool isRunning() const { return running_; }
 
 private:
     void scheduleFrame();
+    void scheduleReading();
+    void sample();
     void refresh();
 
     const Clock& clock_;
     Scheduler& scheduler_;
     std::unique_ptr<RandomSource> dice_;
+    SystemLoad* load_;
     PetMetric metric_;
     PetRoom room_;
     PetWalk walk_;
@@ -86,6 +94,7 @@ private:
     Summary summary_;
     bool running_ = false;
     std::optional<Scheduler::Token> frame_;
+    std::optional<Scheduler::Token> reading_;
 };
 
 } // namespace corvane

@@ -1,6 +1,8 @@
 #include "fakes/CapturingLog.hpp"
 #include "platform/posix/LocalTimeCalendar.hpp"
 #include "platform/posix/LogUserAlerts.hpp"
+#include "platform/posix/ProcSystemLoad.hpp"
+#include "fakes/TemporaryDirectory.hpp"
 
 #include <gtest/gtest.h>
 
@@ -72,4 +74,21 @@ TEST(LogUserAlerts, EachAlertIsOneLogLine) {
     EXPECT_EQ(log.lines[1].message, "attention requested: critical");
     EXPECT_EQ(log.lines[2].message, "notification scheduled: dev.tessik.corvane.pomodoro.X \"Break over\" in 300s");
     EXPECT_EQ(log.lines[3].message, "notification withdrawn: dev.tessik.corvane.pomodoro.X");
+}
+
+TEST(ProcSystemLoad, ProcessorShareBetweenReadingsAndMemoryInUse) {
+    TemporaryDirectory proc;
+    ProcSystemLoad load(proc.path());
+    EXPECT_EQ(load.cpu(), std::nullopt) << "no /proc/stat";
+    EXPECT_EQ(load.memory(), std::nullopt);
+
+    writeText(proc / "stat", "cpu  100 0 100 700 100 0 0 0 0 0\ncpu0 1 2 3 4\n");
+    EXPECT_EQ(load.cpu(), std::nullopt) << "a first reading has nothing to compare with";
+    writeText(proc / "stat", "cpu  250 0 150 780 120 0 0 0 0 0\n");
+    EXPECT_NEAR(*load.cpu(), 200.0 / 300.0, 1e-12) << "idle and waiting for the disk are both idle";
+    EXPECT_EQ(load.cpu(), std::nullopt) << "no time passed";
+
+    writeText(proc / "meminfo", "MemTotal:       1000 kB\nMemFree:         100 kB\nMemAvailable:    250 kB\n");
+    EXPECT_DOUBLE_EQ(*load.memory(), 0.75);
+    EXPECT_FALSE(load.isHot());
 }

@@ -1,8 +1,11 @@
 #include "CorvaneWidgetsUI/pet/PetLife.hpp"
+#include "fakes/FakeSystemLoad.hpp"
 #include "fakes/ManualClock.hpp"
 #include "fakes/ManualScheduler.hpp"
 
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 using namespace corvane;
 
@@ -65,4 +68,33 @@ TEST(PetLife, FeedingShowsInTheSummaryUntilTheMealIsEaten) {
     pet.clock.advance(600);
     pet.life.settle();
     EXPECT_EQ(pet.life.last(), pet.clock.now());
+}
+
+TEST(PetLife, ReadsTheFollowedMetricEveryTwoSecondsWhileRunning) {
+    ManualClock clock;
+    ManualScheduler scheduler(clock);
+    FakeSystemLoad load;
+    PetSettings memory;
+    memory.follows = PetMetric::memory;
+    PetLife life(memory, PetRoom{200, 20, 30, 40}, clock, scheduler, std::make_unique<SeededRandom>(5), &load);
+
+    load.memoryValue = 0.9;
+    load.hot = true;
+    life.start();
+    EXPECT_EQ(life.pace().readings, 1) << "the first reading comes at once";
+    EXPECT_EQ(life.pace().gait, PetGait::running);
+    EXPECT_TRUE(life.pace().isHot);
+    load.memoryValue.reset();
+    scheduler.advance(PetLife::readingInterval);
+    EXPECT_EQ(life.pace().readings, 1) << "no reading, no change";
+    load.memoryValue = 0.2;
+    scheduler.advance(PetLife::readingInterval);
+    EXPECT_EQ(life.pace().readings, 2);
+    EXPECT_NEAR(life.pace().load, 0.9 - 0.7 * (1 - std::exp(-4.0 / PetPace::memory)), 1e-6);
+    EXPECT_EQ(load.cpuReadings, 0);
+
+    life.stop();
+    EXPECT_EQ(scheduler.pendingCount(), 0u);
+    scheduler.advance(10);
+    EXPECT_EQ(life.pace().readings, 2);
 }
