@@ -27,8 +27,8 @@ constexpr int kLargestPour = 10000;
 /// that widget's tile would.
 template <typename Settings> Settings firstWidgetSettings(ToolContext& context) {
     auto directory = context.dataDirectory();
-    WidgetStore widgets(StoragePath::widgetsFileURL(directory), StoragePath::legacyCollectionsFileURL(directory),
-                        &context.services.notifier);
+    WidgetStore widgets(StoragePath::widgetsFileURL(directory),
+                        StoragePath::legacyCollectionsFileURL(directory), &context.services.notifier);
     for (const auto& widget : widgets.file().widgets)
         if (auto* settings = widget.settings<Settings>()) return *settings;
     return Settings{};
@@ -75,10 +75,12 @@ WaterView waterView(const WaterLog& log, const WaterSettings& settings, Date now
 
 void printWater(const WaterView& view, std::ostream& out) {
     auto unit = view.settings.unit;
-    out << "Today (" << view.day << "): " << amountText(view.today, unit) << " of " << amountText(view.goal, unit);
+    out << "Today (" << view.day << "): " << amountText(view.today, unit) << " of "
+        << amountText(view.goal, unit);
     if (view.glass > 0) {
         auto glasses = view.today / view.glass;
-        out << ", " << glasses << (glasses == 1 ? " glass of " : " glasses of ") << amountText(view.glass, unit);
+        out << ", " << glasses << (glasses == 1 ? " glass of " : " glasses of ")
+            << amountText(view.glass, unit);
     }
     out << "\nTank: " << std::lround(view.tankLevel * 100) << "%\n";
     out << "Next glass: ";
@@ -91,15 +93,21 @@ void printWater(const WaterView& view, std::ostream& out) {
     else
         out << "due " << minutesText(view.now - *view.nextGlass) << " ago\n";
     out << "This week:\n";
-    for (const auto& day : view.week) out << "  " << day.day << "  " << amountText(day.millilitres, unit) << "\n";
+    for (const auto& day : view.week)
+        out << "  " << day.day << "  " << amountText(day.millilitres, unit) << "\n";
 }
 
 /// Amounts in millilitres, dates as numbers: the water file's own forms.
 Json waterJson(const WaterView& view) {
     auto week = Json::array();
-    for (const auto& day : view.week) week.push_back({{"day", day.day}, {"millilitres", day.millilitres}});
-    Json json{{"day", view.day},         {"millilitres", view.today},     {"goal", view.goal},
-              {"glass", view.glass},     {"tankLevel", view.tankLevel},   {"week", std::move(week)},
+    for (const auto& day : view.week)
+        week.push_back({{"day", day.day}, {"millilitres", day.millilitres}});
+    Json json{{"day", view.day},
+              {"millilitres", view.today},
+              {"goal", view.goal},
+              {"glass", view.glass},
+              {"tankLevel", view.tankLevel},
+              {"week", std::move(week)},
               {"refillMinutes", view.settings.refillMinutes}};
     if (view.nextGlass) json["nextGlass"] = view.nextGlass->sinceReferenceDate;
     return json;
@@ -109,7 +117,8 @@ ColourFormat parseFormat(const std::string& text) {
     auto name = text::trimmed(text);
     std::string names;
     for (std::size_t i = 0; i < EnumCases<ColourFormat>::names.size(); ++i) {
-        if (text::equalsIgnoringCase(EnumCases<ColourFormat>::names[i], name)) return static_cast<ColourFormat>(i);
+        if (text::equalsIgnoringCase(EnumCases<ColourFormat>::names[i], name))
+            return static_cast<ColourFormat>(i);
         names += (names.empty() ? "" : ", ") + std::string(EnumCases<ColourFormat>::names[i]);
     }
     throw UsageError("unknown colour format \"" + text + "\"; the formats: " + names);
@@ -137,7 +146,8 @@ void addWaterCommands(CLI::App& app, ToolContext& context) {
     water->callback([&context, &out, args, water, openStore] {
         if (!water->get_subcommands().empty()) return;
         auto settings = firstWidgetSettings<WaterSettings>(context);
-        auto view = waterView(openStore()->log(), settings, context.services.clock.now(), context.services.calendar);
+        auto view =
+            waterView(openStore()->log(), settings, context.services.clock.now(), context.services.calendar);
         if (args->json)
             out << prettyJson(waterJson(view));
         else
@@ -170,10 +180,11 @@ void addColourCommands(CLI::App& app, ToolContext& context) {
                                              &context.services.notifier);
     };
 
-    auto* colour = app.add_subcommand("colour", "Print a colour in a format and keep it in the picked colours");
+    auto* colour =
+        app.add_subcommand("colour", "Print a colour in a format and keep it in the picked colours");
     colour->alias("color");
-    colour->add_option("FORMAT", args->format,
-                       "hex, hexLowercase, rgb, hsl, swiftUI, nsColor or cssVariable")->required();
+    colour->add_option("FORMAT", args->format, "hex, hexLowercase, rgb, hsl, swiftUI, nsColor or cssVariable")
+        ->required();
     colour->add_option("HEX", args->hex, "The colour as #RRGGBB")->required();
     colour->callback([&context, &out, args, openStore] {
         auto format = parseFormat(args->format);

@@ -26,14 +26,16 @@ namespace {
 
 // What a new widget is called when the user gives no name, in `WidgetKind` order.
 constexpr std::string_view kKindTitles[] = {
-    "Apps",        "Timer",     "Pomodoro",  "Music",      "Calendar",      "Battery",   "Clock",
-    "Stopwatch",   "Countdown", "Progress",  "Activity",   "Network",       "Note",      "Reminders",
-    "Shortcut",    "AirDrop",   "Weather",   "Claude",     "GitHub",        "Pet",       "Colour Picker",
-    "Clipboard",   "Bookmarks", "Emoji",     "Screenshots", "Files",        "Shelf",     "Water",
-    "Converter",   "Fans",      "Keyboard Lock"};
+    "Apps",      "Timer",     "Pomodoro",     "Music",       "Calendar", "Battery", "Clock",
+    "Stopwatch", "Countdown", "Progress",     "Activity",    "Network",  "Note",    "Reminders",
+    "Shortcut",  "AirDrop",   "Weather",      "Claude",      "GitHub",   "Pet",     "Colour Picker",
+    "Clipboard", "Bookmarks", "Emoji",        "Screenshots", "Files",    "Shelf",   "Water",
+    "Converter", "Fans",      "Keyboard Lock"};
 static_assert(std::size(kKindTitles) == EnumCases<WidgetKind>::names.size());
 
-std::string inQuotes(const std::string& text) { return "\"" + text + "\""; }
+std::string inQuotes(const std::string& text) {
+    return "\"" + text + "\"";
+}
 
 /// Every kind with the spans it allows, for usage errors.
 std::string kindList() {
@@ -49,18 +51,22 @@ std::string kindList() {
 WidgetKind parseKind(const std::string& text) {
     auto name = text::trimmed(text);
     for (std::size_t i = 0; i < EnumCases<WidgetKind>::names.size(); ++i)
-        if (text::equalsIgnoringCase(EnumCases<WidgetKind>::names[i], name)) return static_cast<WidgetKind>(i);
-    throw UsageError("unknown widget kind " + inQuotes(text) + "; the kinds, with their spans: " + kindList());
+        if (text::equalsIgnoringCase(EnumCases<WidgetKind>::names[i], name))
+            return static_cast<WidgetKind>(i);
+    throw UsageError("unknown widget kind " + inQuotes(text) +
+                     "; the kinds, with their spans: " + kindList());
 }
 
 struct Stores {
     explicit Stores(ToolContext& context)
         : dataDirectory(context.dataDirectory()),
-          widgets(StoragePath::widgetsFileURL(dataDirectory), StoragePath::legacyCollectionsFileURL(dataDirectory),
-                  &context.services.notifier),
+          widgets(StoragePath::widgetsFileURL(dataDirectory),
+                  StoragePath::legacyCollectionsFileURL(dataDirectory), &context.services.notifier),
           profiles(StoragePath::profilesFileURL(dataDirectory), &context.services.notifier) {}
 
-    std::string helperPath(std::optional<int> slot) const { return PlaceholderHelpers::path(dataDirectory, slot); }
+    std::string helperPath(std::optional<int> slot) const {
+        return PlaceholderHelpers::path(dataDirectory, slot);
+    }
 
     std::filesystem::path dataDirectory;
     WidgetStore widgets;
@@ -70,14 +76,16 @@ struct Stores {
 const DockWidget& resolveWidget(const std::vector<DockWidget>& widgets, const std::string& argument) {
     std::vector<NamedRecord> records;
     records.reserve(widgets.size());
-    for (const auto& widget : widgets) records.push_back({widget.id, widget.name});
+    for (const auto& widget : widgets)
+        records.push_back({widget.id, widget.name});
     return widgets[resolveNamedRecord(records, argument, "widget", true)];
 }
 
 /// Re-reads the workspaces file, applies `change` to every workspace and writes it once.
 template <typename Change> void changeWorkspaces(ProfileStore& store, Change&& change) {
     store.reload();
-    for (auto& profile : store.file().profiles) profile = change(profile);
+    for (auto& profile : store.file().profiles)
+        profile = change(profile);
     store.save();
 }
 
@@ -88,7 +96,9 @@ std::vector<const Profile*> workspacesShowing(const DockWidget& widget, const Pr
     return showing;
 }
 
-std::size_t displayWidth(const std::string& text) { return text::utf8Characters(text).size(); }
+std::size_t displayWidth(const std::string& text) {
+    return text::utf8Characters(text).size();
+}
 
 /// Rows of cells in aligned columns; the last column is not padded.
 void printTable(const std::vector<std::vector<std::string>>& rows, std::ostream& out) {
@@ -124,8 +134,7 @@ void printWidgets(const WidgetsFile& file, const ProfilesFile& profiles, std::os
     }
     printTable(rows, out);
     if (!file.unrecognized.empty())
-        out << file.unrecognized.size()
-            << (file.unrecognized.size() == 1 ? " widget" : " widgets")
+        out << file.unrecognized.size() << (file.unrecognized.size() == 1 ? " widget" : " widgets")
             << " of a newer version of Corvane kept as is.\n";
 }
 
@@ -134,7 +143,8 @@ Json widgetsJson(const WidgetsFile& file, const ProfilesFile& profiles) {
     auto json = encodeWidgetsFile(file);
     for (std::size_t i = 0; i < file.widgets.size(); ++i) {
         auto shownIn = Json::array();
-        for (const auto* profile : workspacesShowing(file.widgets[i], profiles)) shownIn.push_back(profile->id.string());
+        for (const auto* profile : workspacesShowing(file.widgets[i], profiles))
+            shownIn.push_back(profile->id.string());
         json["widgets"][i]["shownIn"] = std::move(shownIn);
     }
     return json;
@@ -149,7 +159,8 @@ struct Arguments {
     std::vector<std::string> members;
 };
 
-void show(Stores& stores, const std::string& widgetArgument, const std::string& workspaceArgument, std::ostream& out) {
+void show(Stores& stores, const std::string& widgetArgument, const std::string& workspaceArgument,
+          std::ostream& out) {
     auto widget = resolveWidget(stores.widgets.file().widgets, widgetArgument);
     auto profile = resolveWorkspace(stores.profiles.file().profiles, workspaceArgument);
     if (WidgetPlacement::contains(widget, profile)) {
@@ -165,9 +176,11 @@ void show(Stores& stores, const std::string& widgetArgument, const std::string& 
     const auto& file = stores.widgets.file();
     changeWorkspaces(stores.profiles, [&](const Profile& each) {
         // A newly claimed slot changes the placeholder of every workspace that shows the widget.
-        auto synced = !claimed ? each
-                               : WidgetPlacement::syncing(each, file.widgets, file.unrecognized,
-                                                          [&](std::optional<int> slot) { return stores.helperPath(slot); });
+        auto synced =
+            !claimed
+                ? each
+                : WidgetPlacement::syncing(each, file.widgets, file.unrecognized,
+                                           [&](std::optional<int> slot) { return stores.helperPath(slot); });
         if (each.id != profile.id) return synced;
         return WidgetPlacement::setting(widget, true, synced, stores.helperPath(widget.slot));
     });
@@ -175,10 +188,12 @@ void show(Stores& stores, const std::string& widgetArgument, const std::string& 
     if (widget.slot)
         out << " (Dock slot " << *widget.slot << ").\n";
     else
-        out << ".\nAll " << DockSlot::count << " Dock slots are taken: only Corvane's own Dock bar can show it.\n";
+        out << ".\nAll " << DockSlot::count
+            << " Dock slots are taken: only Corvane's own Dock bar can show it.\n";
 }
 
-void hide(Stores& stores, const std::string& widgetArgument, const std::string& workspaceArgument, std::ostream& out) {
+void hide(Stores& stores, const std::string& widgetArgument, const std::string& workspaceArgument,
+          std::ostream& out) {
     auto widget = resolveWidget(stores.widgets.file().widgets, widgetArgument);
     auto profile = resolveWorkspace(stores.profiles.file().profiles, workspaceArgument);
     if (!WidgetPlacement::contains(widget, profile)) {
@@ -201,20 +216,23 @@ void stack(Stores& stores, const Arguments& args, std::ostream& out) {
     std::vector<DockWidget> members;
     for (const auto& argument : args.members) {
         const auto& widget = resolveWidget(stores.widgets.file().widgets, argument);
-        if (std::any_of(members.begin(), members.end(), [&](const DockWidget& m) { return m.id == widget.id; }))
+        if (std::any_of(members.begin(), members.end(),
+                        [&](const DockWidget& m) { return m.id == widget.id; }))
             throw UsageError(inQuotes(widget.name) + " is named twice; a stack holds each widget once");
         if (!WidgetPlacement::contains(widget, profile))
             throw std::runtime_error(inQuotes(widget.name) + " is not shown in " + inQuotes(profile.name) +
-                                     "; show it first with: corvane widgets show " + inQuotes(widget.name) + " --in " +
-                                     inQuotes(profile.name));
+                                     "; show it first with: corvane widgets show " + inQuotes(widget.name) +
+                                     " --in " + inQuotes(profile.name));
         if (!members.empty() && widget.span != members.front().span)
-            throw std::runtime_error("the widgets of a stack are all as wide: " + inQuotes(members.front().name) +
-                                     " is " + std::to_string(members.front().span) + " tiles wide, " +
-                                     inQuotes(widget.name) + " " + std::to_string(widget.span));
+            throw std::runtime_error(
+                "the widgets of a stack are all as wide: " + inQuotes(members.front().name) + " is " +
+                std::to_string(members.front().span) + " tiles wide, " + inQuotes(widget.name) + " " +
+                std::to_string(widget.span));
         members.push_back(widget);
     }
     WidgetStack created{Uuid::generate(), {}};
-    for (const auto& member : members) created.members.push_back(member.id);
+    for (const auto& member : members)
+        created.members.push_back(member.id);
     changeWorkspaces(stores.profiles, [&](const Profile& each) {
         if (each.id != profile.id) return each;
         // A widget stands in one stack at a time: the new one takes it from any other.
@@ -233,8 +251,10 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
     auto& out = context.out;
     auto args = std::make_shared<Arguments>();
 
-    auto* widgets = app.add_subcommand("widgets", "List the widgets, and add, remove, show, hide or stack them");
-    widgets->add_flag("--json", args->json, "Print the widgets file, each widget with the workspaces showing it");
+    auto* widgets =
+        app.add_subcommand("widgets", "List the widgets, and add, remove, show, hide or stack them");
+    widgets->add_flag("--json", args->json,
+                      "Print the widgets file, each widget with the workspaces showing it");
     widgets->callback([&context, &out, args, widgets] {
         if (!widgets->get_subcommands().empty()) return;
         Stores stores(context);
@@ -251,13 +271,16 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
     add->callback([&context, &out, args] {
         auto kind = DockWidget::Kind::defaults(parseKind(args->kind));
         if (args->span && (*args->span < DockWidget::minSpan || *args->span > kind.maxSpan()))
-            throw UsageError("a " + std::string(kind.name()) + " widget is 1 to " + std::to_string(kind.maxSpan()) +
-                             " tiles wide, not " + std::to_string(*args->span) + "; the kinds, with their spans: " +
-                             kindList());
-        if (args->name && text::trimmed(*args->name).empty()) throw UsageError("a widget needs a name that is not blank");
-        auto name = args->name ? *args->name : std::string(kKindTitles[static_cast<std::size_t>(kind.which())]);
+            throw UsageError("a " + std::string(kind.name()) + " widget is 1 to " +
+                             std::to_string(kind.maxSpan()) + " tiles wide, not " +
+                             std::to_string(*args->span) + "; the kinds, with their spans: " + kindList());
+        if (args->name && text::trimmed(*args->name).empty())
+            throw UsageError("a widget needs a name that is not blank");
+        auto name =
+            args->name ? *args->name : std::string(kKindTitles[static_cast<std::size_t>(kind.which())]);
         Stores stores(context);
-        auto widget = stores.widgets.create(DockWidget(Uuid::generate(), name, std::nullopt, kind, args->span));
+        auto widget =
+            stores.widgets.create(DockWidget(Uuid::generate(), name, std::nullopt, kind, args->span));
         out << widget.id.string() << "\n";
     });
 
@@ -268,8 +291,9 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
         auto widget = resolveWidget(stores.widgets.file().widgets, args->widget);
         auto helper = stores.helperPath(widget.slot);
         // Workspaces first: should the second write fail, the widget is merely shown nowhere.
-        changeWorkspaces(stores.profiles,
-                         [&](const Profile& each) { return WidgetPlacement::setting(widget, false, each, helper); });
+        changeWorkspaces(stores.profiles, [&](const Profile& each) {
+            return WidgetPlacement::setting(widget, false, each, helper);
+        });
         stores.widgets.remove(widget.id);
         out << "Removed " << inQuotes(widget.name) << ".\n";
     });
@@ -290,9 +314,11 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
         hide(stores, args->widget, args->workspace, out);
     });
 
-    auto* stackCommand = widgets->add_subcommand("stack", "Stack widgets shown in a workspace in one place; prints the stack's id");
+    auto* stackCommand = widgets->add_subcommand(
+        "stack", "Stack widgets shown in a workspace in one place; prints the stack's id");
     stackCommand->add_option("WORKSPACE", args->workspace, "Id or name")->required();
-    stackCommand->add_option("WIDGET", args->members, "Two or more widgets of one width, in display order")->required();
+    stackCommand->add_option("WIDGET", args->members, "Two or more widgets of one width, in display order")
+        ->required();
     stackCommand->callback([&context, &out, args] {
         Stores stores(context);
         stack(stores, *args, out);

@@ -8,7 +8,7 @@ namespace corvane {
 /// Uniform random numbers for simulations that must replay exactly in tests. One owner, one
 /// thread.
 class RandomSource {
-public:
+  public:
     virtual ~RandomSource() = default;
     /// A number in 0 ≤ x < 1.
     virtual double next() = 0;
@@ -20,7 +20,7 @@ public:
 /// A seeded Mersenne Twister: the same seed gives the same sequence on every platform, since
 /// the engine's output is fixed by the standard and the conversion below is ours.
 class SeededRandom final : public RandomSource {
-public:
+  public:
     explicit SeededRandom(std::uint64_t seed) : engine_(seed) {}
 
     double next() override {
@@ -29,7 +29,7 @@ public:
         return static_cast<double>(engine_() >> 11) * (1.0 / 9007199254740992.0);
     }
 
-private:
+  private:
     std::mt19937_64 engine_;
 };
 

@@ -6,7 +6,7 @@ namespace corvane {
 
 /// How busy the machine is, for widgets that show it. Main thread.
 class SystemLoad {
-public:
+  public:
     virtual ~SystemLoad() = default;
     /// The share of processor time spent busy since the previous call, 0…1; none on the first
     /// call or when the system does not say.

@@ -12,13 +12,16 @@ constexpr double kLongestFrame = PetWalk::longestStep / 2;
 
 PetLife::PetLife(const PetSettings& settings, PetRoom room, const Clock& clock, Scheduler& scheduler,
                  std::unique_ptr<RandomSource> dice, SystemLoad* load)
-    : clock_(clock), scheduler_(scheduler), dice_(std::move(dice)), load_(load), metric_(settings.follows), room_(room),
-      walk_(std::clamp(room.home.value_or(room.length / 2), room.low(), room.high()), false), last_(clock.now()) {
+    : clock_(clock), scheduler_(scheduler), dice_(std::move(dice)), load_(load), metric_(settings.follows),
+      room_(room), walk_(std::clamp(room.home.value_or(room.length / 2), room.low(), room.high()), false),
+      last_(clock.now()) {
     walk_.repertoire = PetWalk::repertoireOf(settings.species);
     refresh();
 }
 
-PetLife::~PetLife() { stop(); }
+PetLife::~PetLife() {
+    stop();
+}
 
 void PetLife::setSavesEnergy(bool saves) {
     savesEnergy_ = saves;
@@ -47,7 +50,9 @@ void PetLife::tick() {
     if (onChange) onChange();
 }
 
-void PetLife::settle() { last_ = clock_.now(); }
+void PetLife::settle() {
+    last_ = clock_.now();
+}
 
 void PetLife::place(PetRoom room) {
     room_ = room;

@@ -17,7 +17,7 @@ namespace corvane {
 /// The live pet of one pet widget: its walk, its pace, its food, and the animation timer that
 /// steps them. The walk lives in memory only; a new widget starts a new pet. Main thread.
 class PetLife {
-public:
+  public:
     /// What the tile needs to know between frames.
     struct Summary {
         /// Awake and out of its basket and away from its bowl.
@@ -74,7 +74,7 @@ public:
     void stop();
     bool isRunning() const { return running_; }
 
-private:
+  private:
     void scheduleFrame();
     void scheduleReading();
     void sample();

@@ -14,7 +14,8 @@ CalendarDay CFCalendarAdapter::day(Date date) const {
     int year = 0, month = 0, day = 0;
     if (calendar && zone) {
         CFCalendarSetTimeZone(calendar.get(), zone.get());
-        if (CFCalendarDecomposeAbsoluteTime(calendar.get(), date.sinceReferenceDate, "yMd", &year, &month, &day))
+        if (CFCalendarDecomposeAbsoluteTime(calendar.get(), date.sinceReferenceDate, "yMd", &year, &month,
+                                            &day))
             return CalendarDay{year, month, day};
     }
     double days = std::floor(date.unixTime() / 86400);

@@ -6,7 +6,7 @@ namespace corvane {
 
 /// The user's current calendar and time zone, as System Settings has them.
 class CFCalendarAdapter final : public Calendar {
-public:
+  public:
     CalendarDay day(Date date) const override;
 };
 

@@ -10,7 +10,7 @@ namespace corvane {
 /// The load from the Mach host statistics, the installed memory from sysctl, and the heat from
 /// the process information's thermal state.
 class MacSystemLoad final : public SystemLoad {
-public:
+  public:
     MacSystemLoad();
     ~MacSystemLoad() override;
     MacSystemLoad(const MacSystemLoad&) = delete;
@@ -20,7 +20,7 @@ public:
     std::optional<double> memory() override;
     bool isHot() override;
 
-private:
+  private:
     struct Ticks {
         std::uint64_t busy = 0;
         std::uint64_t total = 0;

@@ -11,12 +11,15 @@ namespace corvane {
 
 MacSystemLoad::MacSystemLoad() : host_(mach_host_self()) {}
 
-MacSystemLoad::~MacSystemLoad() { mach_port_deallocate(mach_task_self(), host_); }
+MacSystemLoad::~MacSystemLoad() {
+    mach_port_deallocate(mach_task_self(), host_);
+}
 
 std::optional<double> MacSystemLoad::cpu() {
     host_cpu_load_info_data_t info{};
     mach_msg_type_number_t count = HOST_CPU_LOAD_INFO_COUNT;
-    if (host_statistics(host_, HOST_CPU_LOAD_INFO, reinterpret_cast<host_info_t>(&info), &count) != KERN_SUCCESS)
+    if (host_statistics(host_, HOST_CPU_LOAD_INFO, reinterpret_cast<host_info_t>(&info), &count) !=
+        KERN_SUCCESS)
         return std::nullopt;
     Ticks now;
     now.busy = std::uint64_t(info.cpu_ticks[CPU_STATE_USER]) + info.cpu_ticks[CPU_STATE_SYSTEM] +
@@ -34,12 +37,14 @@ std::optional<double> MacSystemLoad::memory() {
     if (sysctlbyname("hw.memsize", &installed, &size, nullptr, 0) != 0 || installed == 0) return std::nullopt;
     vm_statistics64_data_t vm{};
     mach_msg_type_number_t count = HOST_VM_INFO64_COUNT;
-    if (host_statistics64(host_, HOST_VM_INFO64, reinterpret_cast<host_info64_t>(&vm), &count) != KERN_SUCCESS)
+    if (host_statistics64(host_, HOST_VM_INFO64, reinterpret_cast<host_info64_t>(&vm), &count) !=
+        KERN_SUCCESS)
         return std::nullopt;
     vm_size_t pageSize = 0;
     if (host_page_size(host_, &pageSize) != KERN_SUCCESS) return std::nullopt;
     // What Activity Monitor calls memory used: application memory, wired and compressed.
-    std::uint64_t appPages = vm.internal_page_count > vm.purgeable_count ? vm.internal_page_count - vm.purgeable_count : 0;
+    std::uint64_t appPages =
+        vm.internal_page_count > vm.purgeable_count ? vm.internal_page_count - vm.purgeable_count : 0;
     std::uint64_t used = (appPages + vm.wire_count + vm.compressor_page_count) * std::uint64_t(pageSize);
     return std::clamp(double(used) / double(installed), 0.0, 1.0);
 }

@@ -7,13 +7,13 @@ namespace corvane {
 /// User notifications, named system sounds and the Dock's attention request. Only in an
 /// application bundle: user notifications refuse a bare executable. Main thread.
 class MacUserAlerts final : public UserAlerts {
-public:
+  public:
     void playSound(const std::string& name) override;
     void requestAttention(Attention attention) override;
     void scheduleNotification(const Notification& notification) override;
     void withdrawNotification(const std::string& identifier) override;
 
-private:
+  private:
     bool askedForPermission_ = false;
 };
 

@@ -10,7 +10,9 @@ namespace corvane {
 namespace {
 
 NSString* toNSString(const std::string& text) {
-    NSString* string = [[NSString alloc] initWithBytes:text.data() length:text.size() encoding:NSUTF8StringEncoding];
+    NSString* string = [[NSString alloc] initWithBytes:text.data()
+                                                length:text.size()
+                                              encoding:NSUTF8StringEncoding];
     return string != nil ? string : @"";
 }
 
@@ -23,7 +25,8 @@ void MacUserAlerts::playSound(const std::string& name) {
 }
 
 void MacUserAlerts::requestAttention(Attention attention) {
-    [NSApp requestUserAttention:attention == Attention::critical ? NSCriticalRequest : NSInformationalRequest];
+    [NSApp
+        requestUserAttention:attention == Attention::critical ? NSCriticalRequest : NSInformationalRequest];
 }
 
 void MacUserAlerts::scheduleNotification(const Notification& notification) {
@@ -43,11 +46,13 @@ void MacUserAlerts::scheduleNotification(const Notification& notification) {
         content.sound = [UNNotificationSound defaultSound];
         // The trigger refuses intervals that are not positive.
         UNTimeIntervalNotificationTrigger* trigger =
-            [UNTimeIntervalNotificationTrigger triggerWithTimeInterval:std::max(notification.delay, 1.0) repeats:NO];
+            [UNTimeIntervalNotificationTrigger triggerWithTimeInterval:std::max(notification.delay, 1.0)
+                                                               repeats:NO];
         // A request with an identifier already pending replaces it.
-        UNNotificationRequest* request = [UNNotificationRequest requestWithIdentifier:toNSString(notification.identifier)
-                                                                              content:content
-                                                                              trigger:trigger];
+        UNNotificationRequest* request =
+            [UNNotificationRequest requestWithIdentifier:toNSString(notification.identifier)
+                                                 content:content
+                                                 trigger:trigger];
         [center addNotificationRequest:request withCompletionHandler:nil];
     }
 }

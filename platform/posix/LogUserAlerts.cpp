@@ -11,7 +11,9 @@ constexpr const char* kCategory = "alerts";
 
 } // namespace
 
-void LogUserAlerts::playSound(const std::string& name) { log_.info(kCategory, "sound: " + name); }
+void LogUserAlerts::playSound(const std::string& name) {
+    log_.info(kCategory, "sound: " + name);
+}
 
 void LogUserAlerts::requestAttention(Attention attention) {
     log_.info(kCategory, std::string("attention requested: ") +

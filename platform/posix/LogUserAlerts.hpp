@@ -8,7 +8,7 @@ namespace corvane {
 /// Alerts where there is no one to show them to: each becomes a line in the log, category
 /// "alerts". Main thread.
 class LogUserAlerts final : public UserAlerts {
-public:
+  public:
     explicit LogUserAlerts(Log& log) : log_(log) {}
 
     void playSound(const std::string& name) override;
@@ -16,7 +16,7 @@ public:
     void scheduleNotification(const Notification& notification) override;
     void withdrawNotification(const std::string& identifier) override;
 
-private:
+  private:
     Log& log_;
 };
 

@@ -15,10 +15,12 @@ std::optional<double> ProcSystemLoad::cpu() {
     // user nice system idle iowait irq softirq steal …: idle and iowait are the idle time.
     std::istringstream fields(line.substr(4));
     std::vector<std::uint64_t> ticks;
-    for (std::uint64_t value; fields >> value;) ticks.push_back(value);
+    for (std::uint64_t value; fields >> value;)
+        ticks.push_back(value);
     if (ticks.size() < 4) return std::nullopt;
     Ticks now;
-    for (std::size_t i = 0; i < ticks.size() && i < 8; ++i) now.total += ticks[i];
+    for (std::size_t i = 0; i < ticks.size() && i < 8; ++i)
+        now.total += ticks[i];
     auto idle = ticks[3] + (ticks.size() > 4 ? ticks[4] : 0);
     now.busy = now.total - idle;
 

@@ -10,14 +10,14 @@ namespace corvane {
 
 /// The load as Linux shows it in /proc/stat and /proc/meminfo. It never reports heat.
 class ProcSystemLoad final : public SystemLoad {
-public:
+  public:
     explicit ProcSystemLoad(std::filesystem::path proc = "/proc") : proc_(std::move(proc)) {}
 
     std::optional<double> cpu() override;
     std::optional<double> memory() override;
     bool isHot() override { return false; }
 
-private:
+  private:
     struct Ticks {
         std::uint64_t busy = 0;
         std::uint64_t total = 0;

@@ -5,7 +5,7 @@
 namespace corvane {
 
 class FakeSystemLoad final : public SystemLoad {
-public:
+  public:
     std::optional<double> cpu() override {
         ++cpuReadings;
         return cpuValue;

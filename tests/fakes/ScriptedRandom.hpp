@@ -9,8 +9,9 @@ namespace corvane {
 
 /// Hands out the given draws in order, then `fallback` for ever.
 class ScriptedRandom final : public RandomSource {
-public:
-    ScriptedRandom(std::initializer_list<double> draws, double fallback = 0.5) : draws_(draws), fallback_(fallback) {}
+  public:
+    ScriptedRandom(std::initializer_list<double> draws, double fallback = 0.5)
+        : draws_(draws), fallback_(fallback) {}
 
     double next() override {
         ++drawn;
@@ -22,7 +23,7 @@ public:
 
     int drawn = 0;
 
-private:
+  private:
     std::deque<double> draws_;
     double fallback_;
 };

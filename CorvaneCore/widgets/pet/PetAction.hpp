@@ -32,9 +32,9 @@ enum class PetAction {
 };
 template <> struct EnumCases<PetAction> {
     static constexpr std::string_view typeName = "PetAction";
-    static constexpr std::array<std::string_view, 12> names = {"sleeping", "sitting", "quirk",    "walking",
-                                                               "running",  "jumping", "eating",   "yawning",
-                                                               "stretching", "loafing", "crouching", "grooming"};
+    static constexpr std::array<std::string_view, 12> names = {
+        "sleeping", "sitting", "quirk",      "walking", "running",   "jumping",
+        "eating",   "yawning", "stretching", "loafing", "crouching", "grooming"};
 };
 
 } // namespace corvane

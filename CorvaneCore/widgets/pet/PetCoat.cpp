@@ -43,7 +43,9 @@ const std::array<Coats, EnumCases<PetSpecies>::names.size()> kCoats = {
 
 } // namespace
 
-const std::vector<PetCoat>& coats(PetSpecies species) { return kCoats[static_cast<std::size_t>(species)]; }
+const std::vector<PetCoat>& coats(PetSpecies species) {
+    return kCoats[static_cast<std::size_t>(species)];
+}
 
 const PetCoat& coat(PetSpecies species, const std::optional<std::string>& coatID) {
     const auto& list = coats(species);

@@ -14,8 +14,10 @@ constexpr double kHysteresis = 0.03;
 
 PetThresholds PetThresholds::of(PetMetric metric) {
     switch (metric) {
-    case PetMetric::cpu: return {0.1, 0.45};
-    case PetMetric::memory: return {0.6, 0.85};
+    case PetMetric::cpu:
+        return {0.1, 0.45};
+    case PetMetric::memory:
+        return {0.6, 0.85};
     }
     return {0.1, 0.45};
 }
@@ -58,10 +60,14 @@ double PetPace::effort(PetMetric metric) const {
 
 double PetPace::frameInterval(PetMetric metric) const {
     switch (gait) {
-    case PetGait::sleeping: return 1.4;
-    case PetGait::sitting: return 0.9;
-    case PetGait::walking: return 0.24 - 0.1 * effort(metric);
-    case PetGait::running: return 0.12 - 0.055 * effort(metric);
+    case PetGait::sleeping:
+        return 1.4;
+    case PetGait::sitting:
+        return 0.9;
+    case PetGait::walking:
+        return 0.24 - 0.1 * effort(metric);
+    case PetGait::running:
+        return 0.12 - 0.055 * effort(metric);
     }
     return 0.9;
 }
@@ -69,9 +75,12 @@ double PetPace::frameInterval(PetMetric metric) const {
 double PetPace::speed(PetMetric metric) const {
     switch (gait) {
     case PetGait::sleeping:
-    case PetGait::sitting: return 0;
-    case PetGait::walking: return 0.6 + 0.6 * effort(metric);
-    case PetGait::running: return 2.0 + 2.5 * effort(metric);
+    case PetGait::sitting:
+        return 0;
+    case PetGait::walking:
+        return 0.6 + 0.6 * effort(metric);
+    case PetGait::running:
+        return 2.0 + 2.5 * effort(metric);
     }
     return 0;
 }

@@ -48,7 +48,7 @@ struct PetPace {
 
     bool operator==(const PetPace&) const = default;
 
-private:
+  private:
     /// How far into its gait's band the load is, 0…1.
     double effort(PetMetric metric) const;
 };

@@ -29,13 +29,20 @@ struct Candidate {
 
 double energyFactor(const Candidate& candidate) {
     switch (candidate.choice) {
-    case Choice::travel: return 0.35;
-    case Choice::travelHurried: return 0;
-    case Choice::jump: return 0.3;
-    case Choice::gesture: return candidate.gesture == PetAction::loafing ? 1.6 : 1.0;
-    case Choice::pause: return 1.6;
-    case Choice::quirk: return 1.0;
-    case Choice::stalk: return 0.3;
+    case Choice::travel:
+        return 0.35;
+    case Choice::travelHurried:
+        return 0;
+    case Choice::jump:
+        return 0.3;
+    case Choice::gesture:
+        return candidate.gesture == PetAction::loafing ? 1.6 : 1.0;
+    case Choice::pause:
+        return 1.6;
+    case Choice::quirk:
+        return 1.0;
+    case Choice::stalk:
+        return 0.3;
     }
     return 1.0;
 }
@@ -47,6 +54,8 @@ std::vector<Candidate> candidates(PetGait gait, const PetRoom& room, const std::
     auto gesture = [&](PetAction action, double weight, double shortest, double longest) {
         return Candidate{Choice::gesture, can(action) ? weight : 0, shortest, longest, action};
     };
+    // One row per candidate, in the order the draw walks them.
+    // clang-format off
     switch (gait) {
     case PetGait::sleeping:
     case PetGait::sitting:
@@ -81,25 +90,36 @@ std::vector<Candidate> candidates(PetGait gait, const PetRoom& room, const std::
             {Choice::stalk, stalks ? 1.2 : 0, 0.6, 1.1},
         };
     }
+    // clang-format on
     return {};
 }
 
 } // namespace
 
-double PetRoom::high() const { return std::max(length - body / 2, low()); }
+double PetRoom::high() const {
+    return std::max(length - body / 2, low());
+}
 
 std::set<PetAction> PetWalk::repertoireOf(PetSpecies species) {
     using enum PetAction;
     switch (species) {
-    case PetSpecies::cat: return {yawning, stretching, loafing, crouching, grooming};
-    case PetSpecies::dog: return {yawning, stretching, crouching};
-    case PetSpecies::bird: return {grooming};
-    case PetSpecies::dragon: return {yawning, stretching, loafing};
-    case PetSpecies::dino: return {yawning, crouching};
+    case PetSpecies::cat:
+        return {yawning, stretching, loafing, crouching, grooming};
+    case PetSpecies::dog:
+        return {yawning, stretching, crouching};
+    case PetSpecies::bird:
+        return {grooming};
+    case PetSpecies::dragon:
+        return {yawning, stretching, loafing};
+    case PetSpecies::dino:
+        return {yawning, crouching};
     case PetSpecies::warriorGirl:
-    case PetSpecies::warriorBoy: return {stretching};
-    case PetSpecies::santa: return {yawning, stretching};
-    case PetSpecies::ghost: return {};
+    case PetSpecies::warriorBoy:
+        return {stretching};
+    case PetSpecies::santa:
+        return {yawning, stretching};
+    case PetSpecies::ghost:
+        return {};
     }
     return {};
 }
@@ -117,7 +137,8 @@ void PetWalk::feed(double seconds) {
     queued.clear();
 }
 
-void PetWalk::step(double dt, const PetPace& pace, PetMetric metric, const PetRoom& room, RandomSource& random) {
+void PetWalk::step(double dt, const PetPace& pace, PetMetric metric, const PetRoom& room,
+                   RandomSource& random) {
     position = std::clamp(position, room.low(), room.high());
     double slice = std::isnan(dt) ? 0.0 : std::clamp(dt, 0.0, longestStep);
     actionTime += slice;
@@ -182,7 +203,8 @@ double PetWalk::somewhereElse(const PetRoom& room, RandomSource& random) const {
 void PetWalk::wakeUp() {
     queued.clear();
     if (repertoire.contains(PetAction::yawning)) queued.push_back({Plan::gesture(PetAction::yawning), 2.2});
-    if (repertoire.contains(PetAction::stretching)) queued.push_back({Plan::gesture(PetAction::stretching), 2.9});
+    if (repertoire.contains(PetAction::stretching))
+        queued.push_back({Plan::gesture(PetAction::stretching), 2.9});
     if (queued.empty()) {
         endPlan();
         return;
@@ -206,9 +228,11 @@ void PetWalk::nextPlan(const PetPace& pace, const PetRoom& room, RandomSource& r
 void PetWalk::choosePlan(const PetPace& pace, const PetRoom& room, RandomSource& random) {
     auto list = candidates(pace.gait, room, repertoire);
     if (savesEnergy)
-        for (auto& candidate : list) candidate.weight *= energyFactor(candidate);
+        for (auto& candidate : list)
+            candidate.weight *= energyFactor(candidate);
     double total = 0;
-    for (const auto& candidate : list) total += candidate.weight;
+    for (const auto& candidate : list)
+        total += candidate.weight;
     total = std::max(total, 0.001);
 
     double r = random.uniform(0, total);
@@ -238,10 +262,18 @@ void PetWalk::choosePlan(const PetPace& pace, const PetRoom& room, RandomSource&
     case Choice::travelHurried:
         plan = Plan::travel(somewhereElse(room, random), winner->choice == Choice::travelHurried);
         break;
-    case Choice::gesture: plan = Plan::gesture(winner->gesture); break;
-    case Choice::pause: plan = Plan::pause(); break;
-    case Choice::quirk: plan = Plan::quirk(); break;
-    case Choice::stalk: plan = Plan::stalk(); break;
+    case Choice::gesture:
+        plan = Plan::gesture(winner->gesture);
+        break;
+    case Choice::pause:
+        plan = Plan::pause();
+        break;
+    case Choice::quirk:
+        plan = Plan::quirk();
+        break;
+    case Choice::stalk:
+        plan = Plan::stalk();
+        break;
     }
     planLeft = random.uniform(winner->shortest, winner->longest);
 }
@@ -274,7 +306,8 @@ void PetWalk::sleep(double dt, const PetRoom& room) {
     setAction(head(bed, dt * room.body * kToBed, room) ? PetAction::sleeping : PetAction::walking);
 }
 
-void PetWalk::live(double dt, const PetPace& pace, PetMetric metric, const PetRoom& room, RandomSource& random) {
+void PetWalk::live(double dt, const PetPace& pace, PetMetric metric, const PetRoom& room,
+                   RandomSource& random) {
     if (action == PetAction::sleeping) wakeUp();
 
     if (auto* jump = plan.as<Plan::Jump>(); jump && jumpProgress) {

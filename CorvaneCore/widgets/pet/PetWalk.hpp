@@ -67,7 +67,9 @@ struct PetWalk {
         static Plan quirk() { return {Quirk{}}; }
         static Plan stalk() { return {Stalk{}}; }
 
-        template <typename Alternative> const Alternative* as() const { return std::get_if<Alternative>(&value); }
+        template <typename Alternative> const Alternative* as() const {
+            return std::get_if<Alternative>(&value);
+        }
 
         bool operator==(const Plan&) const = default;
     };
@@ -126,7 +128,7 @@ struct PetWalk {
 
     bool operator==(const PetWalk&) const = default;
 
-private:
+  private:
     void setAction(PetAction next);
     /// Moves up to `by` towards `target` (clamped into the room). Returns whether it arrived.
     bool head(double target, double by, const PetRoom& room);

@@ -12,10 +12,11 @@ using namespace corvane;
 namespace {
 
 class WidgetTool : public ::testing::Test {
-protected:
+  protected:
     ProgramResult run(std::vector<std::string> arguments) {
-        return runProgram(CORVANE_TOOL, arguments,
-                          {"CORVANE_APP_SUPPORT_DIR=" + data.path().string(), "HOME=" + data.path().string(), "TZ=UTC0"});
+        return runProgram(
+            CORVANE_TOOL, arguments,
+            {"CORVANE_APP_SUPPORT_DIR=" + data.path().string(), "HOME=" + data.path().string(), "TZ=UTC0"});
     }
     std::string ok(std::vector<std::string> arguments) {
         auto result = run(arguments);
@@ -45,7 +46,8 @@ protected:
     }
     static std::vector<std::string> bundleIdentifiers(const Json& profile) {
         std::vector<std::string> ids;
-        for (const auto& item : profile["items"]) ids.push_back(item["app"]["_0"].value("bundleIdentifier", ""));
+        for (const auto& item : profile["items"])
+            ids.push_back(item["app"]["_0"].value("bundleIdentifier", ""));
         return ids;
     }
     void useFixtures() {
@@ -57,7 +59,9 @@ protected:
     TemporaryDirectory data;
 };
 
-std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
+std::string firstLine(const std::string& text) {
+    return text.substr(0, text.find('\n'));
+}
 
 /// The entries of the widgets file that this build cannot read, as they stand.
 std::vector<Json> unreadable(const Json& widgetsFile) {
@@ -97,12 +101,14 @@ TEST_F(WidgetTool, EntriesOfNewerBuildsSurviveEveryCommandThatSaves) {
     check("add");
     ok({"widgets", "show", pet.substr(0, 8), "--in", "Play"});
     check("show by id prefix");
-    EXPECT_EQ(bundleIdentifiers(profile("Play")).back(), "dev.tessik.Corvane.Slot4") << "slots 2, 3 and 5 are held";
+    EXPECT_EQ(bundleIdentifiers(profile("Play")).back(), "dev.tessik.Corvane.Slot4")
+        << "slots 2, 3 and 5 are held";
     ok({"widgets", "show", "mochi", "--in", "Work"});
     auto stackID = firstLine(ok({"widgets", "stack", "Work", "Tea", "Mochi"}));
     check("stack");
     auto stacks = profile("Work")["stacks"];
-    ASSERT_EQ(stacks.size(), 1u) << "Tea leaves the old stack, which keeps only the unreadable member and goes";
+    ASSERT_EQ(stacks.size(), 1u)
+        << "Tea leaves the old stack, which keeps only the unreadable member and goes";
     EXPECT_EQ(stacks[0]["id"], stackID);
     ok({"widgets", "hide", "Mochi", "--in", "Play"});
     check("hide");
@@ -112,7 +118,8 @@ TEST_F(WidgetTool, EntriesOfNewerBuildsSurviveEveryCommandThatSaves) {
     EXPECT_TRUE(profile("Work")["stacks"].empty()) << "a stack of one is no stack";
     ok({"widgets", "hide", "Tools", "--in", "Play"});
     check("hide the last");
-    EXPECT_FALSE(file("widgets.json")["widgets"][1].contains("slot")) << "shown nowhere, the slot is given back";
+    EXPECT_FALSE(file("widgets.json")["widgets"][1].contains("slot"))
+        << "shown nowhere, the slot is given back";
 
     auto json = parseJson(ok({"widgets", "--json"}));
     EXPECT_EQ(json["widgets"][0]["name"], "Tea");
@@ -124,21 +131,27 @@ TEST_F(WidgetTool, BadInputIsOneLineAndChangesNothing) {
     useFixtures();
     ok({"colour", "hex", "#102030"});
     ok({"water", "add", "300"});
-    EXPECT_NE(fails({"widgets", "add", "hologram"}, 2).find("unknown widget kind \"hologram\"; the kinds, with "
-                                                            "their spans: collection (1-4), timer (1-3)"),
+    EXPECT_NE(fails({"widgets", "add", "hologram"}, 2)
+                  .find("unknown widget kind \"hologram\"; the kinds, with "
+                        "their spans: collection (1-4), timer (1-3)"),
               std::string::npos);
-    EXPECT_NE(fails({"widgets", "add", "clipboard", "--span", "2"}, 2).find("a clipboard widget is 1 to 1 tiles wide"),
+    EXPECT_NE(fails({"widgets", "add", "clipboard", "--span", "2"}, 2)
+                  .find("a clipboard widget is 1 to 1 tiles wide"),
               std::string::npos);
     EXPECT_EQ(fails({"widgets", "remove", "Kettle"}, 1), "corvane: no widget matches \"Kettle\"\n");
-    EXPECT_NE(fails({"widgets", "show", "T", "--in", "Work"}, 1).find("\"T\" matches several widgets: \"Tea\""),
+    EXPECT_NE(
+        fails({"widgets", "show", "T", "--in", "Work"}, 1).find("\"T\" matches several widgets: \"Tea\""),
+        std::string::npos);
+    EXPECT_NE(fails({"widgets", "show", "Tea", "--in", "Office"}, 1).find("no workspace matches"),
               std::string::npos);
-    EXPECT_NE(fails({"widgets", "show", "Tea", "--in", "Office"}, 1).find("no workspace matches"), std::string::npos);
-    EXPECT_NE(fails({"widgets", "stack", "Work", "Tea", "Tools"}, 1).find("\"Tools\" is not shown in \"Work\""),
-              std::string::npos);
+    EXPECT_NE(
+        fails({"widgets", "stack", "Work", "Tea", "Tools"}, 1).find("\"Tools\" is not shown in \"Work\""),
+        std::string::npos);
     EXPECT_NE(fails({"widgets", "stack", "Work", "Tea", "tea"}, 2).find("named twice"), std::string::npos);
     EXPECT_EQ(fails({"colour", "hex", "#12345"}, 2), "corvane: \"#12345\" is not a colour like #RRGGBB\n");
-    EXPECT_NE(fails({"colour", "cmyk", "#123456"}, 2).find("the formats: hex, hexLowercase, rgb, hsl, swiftUI"),
-              std::string::npos);
+    EXPECT_NE(
+        fails({"colour", "cmyk", "#123456"}, 2).find("the formats: hex, hexLowercase, rgb, hsl, swiftUI"),
+        std::string::npos);
     fails({"water", "add", "0"}, 2);
     fails({"water", "add", "lots"}, 2);
 }
@@ -156,8 +169,9 @@ TEST_F(WidgetTool, WaterAndColours) {
     EXPECT_EQ(water["week"][6]["millilitres"], 1250);
     EXPECT_GT(water["tankLevel"].get<double>(), 0.9);
     EXPECT_TRUE(water.contains("nextGlass"));
-    EXPECT_NE(ok({"water"}).find("Today (" + water["day"].get<std::string>() + "): 1250 ml of 2000 ml, 5 glasses"),
-              std::string::npos);
+    EXPECT_NE(
+        ok({"water"}).find("Today (" + water["day"].get<std::string>() + "): 1250 ml of 2000 ml, 5 glasses"),
+        std::string::npos);
 
     EXPECT_EQ(ok({"colour", "hsl", "ffffff"}), "hsl(0, 0%, 100%)\n");
     EXPECT_EQ(ok({"colour", "SWIFTUI", " #808080 "}), "Color(red: 0.502, green: 0.502, blue: 0.502)\n");

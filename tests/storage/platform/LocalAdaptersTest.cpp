@@ -1,8 +1,8 @@
 #include "fakes/CapturingLog.hpp"
+#include "fakes/TemporaryDirectory.hpp"
 #include "platform/posix/LocalTimeCalendar.hpp"
 #include "platform/posix/LogUserAlerts.hpp"
 #include "platform/posix/ProcSystemLoad.hpp"
-#include "fakes/TemporaryDirectory.hpp"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ namespace {
 
 /// Sets TZ for one test and puts the old value back.
 class TimeZone {
-public:
+  public:
     explicit TimeZone(const char* zone) {
         if (const char* old = std::getenv("TZ")) old_ = old;
         setenv("TZ", zone, 1);
@@ -31,12 +31,13 @@ public:
         tzset();
     }
 
-private:
+  private:
     std::optional<std::string> old_;
 };
 
 Date utc(CalendarDay day, int hour, int minute, int second) {
-    return Date::fromUnixTime(static_cast<double>(day.dayNumber()) * 86400 + hour * 3600 + minute * 60 + second);
+    return Date::fromUnixTime(static_cast<double>(day.dayNumber()) * 86400 + hour * 3600 + minute * 60 +
+                              second);
 }
 
 } // namespace
@@ -47,7 +48,8 @@ TEST(LocalTimeCalendar, DaysFollowTheTimeZoneAcrossDaylightSaving) {
         LocalTimeCalendar calendar;
         EXPECT_EQ(calendar.day(utc({2024, 2, 29}, 23, 59, 59)), (CalendarDay{2024, 2, 29}));
         EXPECT_EQ(calendar.day(utc({2024, 3, 1}, 0, 0, 0)), (CalendarDay{2024, 3, 1}));
-        EXPECT_EQ(calendar.day(Date{-0.5}), (CalendarDay{2000, 12, 31})) << "half a second before the reference date";
+        EXPECT_EQ(calendar.day(Date{-0.5}), (CalendarDay{2000, 12, 31}))
+            << "half a second before the reference date";
     }
     // New York by rule, so the test needs no time-zone database: EST, and EDT from the second
     // Sunday of March.
@@ -55,7 +57,8 @@ TEST(LocalTimeCalendar, DaysFollowTheTimeZoneAcrossDaylightSaving) {
     LocalTimeCalendar calendar;
     EXPECT_EQ(calendar.day(utc({2024, 3, 10}, 4, 59, 59)), (CalendarDay{2024, 3, 9}));
     EXPECT_EQ(calendar.day(utc({2024, 3, 10}, 5, 0, 0)), (CalendarDay{2024, 3, 10}));
-    EXPECT_EQ(calendar.day(utc({2024, 3, 11}, 3, 59, 59)), (CalendarDay{2024, 3, 10})) << "midnight is an hour earlier in EDT";
+    EXPECT_EQ(calendar.day(utc({2024, 3, 11}, 3, 59, 59)), (CalendarDay{2024, 3, 10}))
+        << "midnight is an hour earlier in EDT";
     EXPECT_EQ(calendar.day(utc({2024, 3, 11}, 4, 0, 0)), (CalendarDay{2024, 3, 11}));
     EXPECT_TRUE(calendar.isSameDay(utc({2024, 3, 10}, 5, 0, 0), utc({2024, 3, 11}, 3, 59, 59)))
         << "the day that lost an hour is 23 hours long";
@@ -72,7 +75,8 @@ TEST(LogUserAlerts, EachAlertIsOneLogLine) {
     EXPECT_EQ(log.lines[0].category, "alerts");
     EXPECT_EQ(log.lines[0].message, "sound: Glass");
     EXPECT_EQ(log.lines[1].message, "attention requested: critical");
-    EXPECT_EQ(log.lines[2].message, "notification scheduled: dev.tessik.corvane.pomodoro.X \"Break over\" in 300s");
+    EXPECT_EQ(log.lines[2].message,
+              "notification scheduled: dev.tessik.corvane.pomodoro.X \"Break over\" in 300s");
     EXPECT_EQ(log.lines[3].message, "notification withdrawn: dev.tessik.corvane.pomodoro.X");
 }
 
@@ -88,7 +92,8 @@ TEST(ProcSystemLoad, ProcessorShareBetweenReadingsAndMemoryInUse) {
     EXPECT_NEAR(*load.cpu(), 200.0 / 300.0, 1e-12) << "idle and waiting for the disk are both idle";
     EXPECT_EQ(load.cpu(), std::nullopt) << "no time passed";
 
-    writeText(proc / "meminfo", "MemTotal:       1000 kB\nMemFree:         100 kB\nMemAvailable:    250 kB\n");
+    writeText(proc / "meminfo",
+              "MemTotal:       1000 kB\nMemFree:         100 kB\nMemAvailable:    250 kB\n");
     EXPECT_DOUBLE_EQ(*load.memory(), 0.75);
     EXPECT_FALSE(load.isHot());
 }

@@ -14,7 +14,8 @@ namespace {
 struct Pet {
     ManualClock clock;
     ManualScheduler scheduler{clock};
-    PetLife life{PetSettings{}, PetRoom{200, 20, 30, 40}, clock, scheduler, std::make_unique<SeededRandom>(3)};
+    PetLife life{PetSettings{}, PetRoom{200, 20, 30, 40}, clock, scheduler,
+                 std::make_unique<SeededRandom>(3)};
     int changes = 0;
 
     Pet() {
@@ -76,7 +77,8 @@ TEST(PetLife, ReadsTheFollowedMetricEveryTwoSecondsWhileRunning) {
     FakeSystemLoad load;
     PetSettings memory;
     memory.follows = PetMetric::memory;
-    PetLife life(memory, PetRoom{200, 20, 30, 40}, clock, scheduler, std::make_unique<SeededRandom>(5), &load);
+    PetLife life(memory, PetRoom{200, 20, 30, 40}, clock, scheduler, std::make_unique<SeededRandom>(5),
+                 &load);
 
     load.memoryValue = 0.9;
     load.hot = true;

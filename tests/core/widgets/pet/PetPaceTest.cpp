@@ -62,14 +62,16 @@ TEST(PetPace, CalmPetSitsFortyFiveSecondsThenSleepsUnlessTheMachineIsHot) {
     pace.feed(0, kLongGap, PetMetric::cpu);
     EXPECT_EQ(pace.gait, PetGait::sitting);
     EXPECT_EQ(pace.calmFor, 0) << "the calm time starts once the pet has stopped";
-    for (int i = 0; i < 8; ++i) pace.feed(0, 5, PetMetric::cpu);
+    for (int i = 0; i < 8; ++i)
+        pace.feed(0, 5, PetMetric::cpu);
     EXPECT_EQ(pace.gait, PetGait::sitting);
     pace.feed(0, 5, PetMetric::cpu);
     EXPECT_DOUBLE_EQ(pace.calmFor, 45);
     EXPECT_EQ(pace.gait, PetGait::sleeping);
 
     PetPace hot(0, PetGait::sitting, true);
-    for (int i = 0; i < 1000; ++i) hot.feed(0, 5, PetMetric::cpu);
+    for (int i = 0; i < 1000; ++i)
+        hot.feed(0, 5, PetMetric::cpu);
     EXPECT_EQ(hot.gait, PetGait::sitting);
     EXPECT_GT(hot.calmFor, 45);
 }

@@ -1,5 +1,5 @@
-#include "CorvaneCore/widgets/pet/PetCoat.hpp"
 #include "CorvaneCore/widgets/pet/PetWalk.hpp"
+#include "CorvaneCore/widgets/pet/PetCoat.hpp"
 #include "fakes/ScriptedRandom.hpp"
 
 #include <gtest/gtest.h>
@@ -23,16 +23,18 @@ PetWalk cat(double position = 100) {
 }
 
 /// Makes the walk choose its next plan now, with these draws.
-void choose(PetWalk& walk, const PetPace& pace, std::initializer_list<double> draws, const PetRoom& room = kRoom) {
+void choose(PetWalk& walk, const PetPace& pace, std::initializer_list<double> draws,
+            const PetRoom& room = kRoom) {
     walk.plan = PetWalk::Plan::pause();
     walk.planLeft = 0;
     ScriptedRandom random(draws);
     walk.step(0, pace, PetMetric::cpu, room, random);
 }
 
-void run(PetWalk& walk, const PetPace& pace, double seconds, RandomSource& random, const PetRoom& room = kRoom,
-         double dt = 0.1) {
-    for (double t = 0; t < seconds - 1e-9; t += dt) walk.step(dt, pace, PetMetric::cpu, room, random);
+void run(PetWalk& walk, const PetPace& pace, double seconds, RandomSource& random,
+         const PetRoom& room = kRoom, double dt = 0.1) {
+    for (double t = 0; t < seconds - 1e-9; t += dt)
+        walk.step(dt, pace, PetMetric::cpu, room, random);
 }
 
 } // namespace
@@ -137,7 +139,8 @@ TEST(PetWalk, FedPetRunsToItsBowlEatsThenGroomsForFourSeconds) {
     EXPECT_DOUBLE_EQ(walk.position, 30);
     EXPECT_FALSE(walk.facesBack);
 
-    while (walk.hasFood()) walk.step(0.25, kWalking, PetMetric::cpu, kRoom, random);
+    while (walk.hasFood())
+        walk.step(0.25, kWalking, PetMetric::cpu, kRoom, random);
     EXPECT_EQ(walk.plan, PetWalk::Plan::gesture(PetAction::grooming));
     EXPECT_DOUBLE_EQ(walk.planLeft, 4);
     run(walk, kWalking, 3.75, random, kRoom, 0.25);
