@@ -4,6 +4,7 @@
 #include "CorvaneApp/cli/ClipboardCommands.hpp"
 #include "CorvaneApp/cli/DockCommands.hpp"
 #include "CorvaneApp/cli/TransferCommands.hpp"
+#include "CorvaneApp/cli/WidgetCommands.hpp"
 #include "CorvaneApp/cli/WorkspaceCommands.hpp"
 
 #include <CLI/CLI.hpp>
@@ -25,6 +26,7 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     addTransferCommands(app, context);
     addAutomationCommands(app, context);
     addClipboardCommands(app, context);
+    addWidgetCommands(app, context);
 
     try {
         app.parse(argc, argv);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CorvaneCore/platform/Calendar.hpp"
 #include "CorvaneCore/platform/Clock.hpp"
 #include "CorvaneCore/platform/Log.hpp"
 #include "CorvaneCore/platform/Notifier.hpp"
@@ -45,6 +46,8 @@ struct ToolServices {
     std::function<DockAccess(const std::optional<std::filesystem::path>& dockPlist)> openDock;
     /// Where the clipboard history's key lives, for the data folder given.
     std::function<std::unique_ptr<SecretStore>(const std::filesystem::path& dataDirectory)> openSecrets;
+    /// The user's calendar: which day "today" is.
+    const Calendar& calendar;
 };
 
 /// What every command receives: the services, the global options and where to print.

@@ -13,6 +13,7 @@
 #include <iostream>
 
 #ifdef __APPLE__
+#include "platform/macos/CFCalendarAdapter.hpp"
 #include "platform/macos/CFPreferencesBackend.hpp"
 #include "platform/macos/DistributedNotifier.hpp"
 #include "platform/macos/KeychainSecretStore.hpp"
@@ -20,6 +21,7 @@
 #include "platform/macos/OsLog.hpp"
 #else
 #include "platform/posix/FileSecretStore.hpp"
+#include "platform/posix/LocalTimeCalendar.hpp"
 #include "platform/posix/NullNotifier.hpp"
 #include "platform/posix/ProcProcessTable.hpp"
 #endif
@@ -31,10 +33,12 @@ int main(int argc, char** argv) {
     DistributedNotifier notifier;
     OsLog log;
     LibprocProcessTable processes;
+    CFCalendarAdapter calendar;
 #else
     NullNotifier notifier;
     StderrLog log(environment.contains("CORVANE_LOG"));
     ProcProcessTable processes;
+    LocalTimeCalendar calendar;
 #endif
     SystemClock clock;
     PosixProcessRunner runner;
@@ -72,6 +76,6 @@ int main(int argc, char** argv) {
 #endif
     };
 
-    ToolServices services{environment, notifier, log, clock, openDock, openSecrets};
+    ToolServices services{environment, notifier, log, clock, openDock, openSecrets, calendar};
     return runTool(argc, argv, services, std::cout, std::cerr);
 }

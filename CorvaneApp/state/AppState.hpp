@@ -43,7 +43,9 @@ struct AppServices {
     /// A workspace's documents with the Downloads folder's tile added (once); unset while the
     /// own bar's Downloads tile is not available.
     std::function<std::vector<DockItem>(const std::vector<DockItem>&)> addingDownloadsTile = {};
-    /// The placeholder helper application of a widget, by its Dock slot.
+    /// The placeholder helper application of a widget, by its Dock slot: `PlaceholderHelpers::path`
+    /// of the data folder, the same paths the command-line tool writes, or the two would keep
+    /// rewriting each other's placeholders.
     std::function<std::string(std::optional<int> slot)> widgetHelperPath = {};
 };
 

@@ -1,0 +1,331 @@
+#include "CorvaneApp/cli/WidgetCommands.hpp"
+
+#include "CorvaneApp/cli/ToolContext.hpp"
+#include "CorvaneApp/cli/WorkspaceArgument.hpp"
+#include "CorvaneApp/widgets/PlaceholderHelpers.hpp"
+#include "CorvaneCore/support/JsonCoding.hpp"
+#include "CorvaneCore/support/Text.hpp"
+#include "CorvaneCore/widgets/DockSlot.hpp"
+#include "CorvaneCore/widgets/WidgetCoding.hpp"
+#include "CorvaneCore/widgets/WidgetPlacement.hpp"
+#include "CorvaneStorage/storage/StoragePath.hpp"
+#include "CorvaneStorage/widgets/WidgetStore.hpp"
+#include "CorvaneStorage/workspace/ProfileStore.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <ostream>
+#include <set>
+
+namespace corvane {
+
+namespace {
+
+// What a new widget is called when the user gives no name, in `WidgetKind` order.
+constexpr std::string_view kKindTitles[] = {
+    "Apps",      "Timer",     "Pomodoro",     "Music",       "Calendar", "Battery", "Clock",
+    "Stopwatch", "Countdown", "Progress",     "Activity",    "Network",  "Note",    "Reminders",
+    "Shortcut",  "AirDrop",   "Weather",      "Claude",      "GitHub",   "Pet",     "Colour Picker",
+    "Clipboard", "Bookmarks", "Emoji",        "Screenshots", "Files",    "Shelf",   "Water",
+    "Converter", "Fans",      "Keyboard Lock"};
+static_assert(std::size(kKindTitles) == EnumCases<WidgetKind>::names.size());
+
+std::string inQuotes(const std::string& text) {
+    return "\"" + text + "\"";
+}
+
+/// Every kind with the spans it allows, for usage errors.
+std::string kindList() {
+    std::string list;
+    for (std::size_t i = 0; i < EnumCases<WidgetKind>::names.size(); ++i) {
+        auto kind = DockWidget::Kind::defaults(static_cast<WidgetKind>(i));
+        list += (list.empty() ? "" : ", ") + std::string(kind.name()) +
+                (kind.maxSpan() > 1 ? " (1-" + std::to_string(kind.maxSpan()) + ")" : " (1)");
+    }
+    return list;
+}
+
+WidgetKind parseKind(const std::string& text) {
+    auto name = text::trimmed(text);
+    for (std::size_t i = 0; i < EnumCases<WidgetKind>::names.size(); ++i)
+        if (text::equalsIgnoringCase(EnumCases<WidgetKind>::names[i], name))
+            return static_cast<WidgetKind>(i);
+    throw UsageError("unknown widget kind " + inQuotes(text) +
+                     "; the kinds, with their spans: " + kindList());
+}
+
+struct Stores {
+    explicit Stores(ToolContext& context)
+        : dataDirectory(context.dataDirectory()),
+          widgets(StoragePath::widgetsFileURL(dataDirectory),
+                  StoragePath::legacyCollectionsFileURL(dataDirectory), &context.services.notifier),
+          profiles(StoragePath::profilesFileURL(dataDirectory), &context.services.notifier) {}
+
+    std::string helperPath(std::optional<int> slot) const {
+        return PlaceholderHelpers::path(dataDirectory, slot);
+    }
+
+    std::filesystem::path dataDirectory;
+    WidgetStore widgets;
+    ProfileStore profiles;
+};
+
+const DockWidget& resolveWidget(const std::vector<DockWidget>& widgets, const std::string& argument) {
+    std::vector<NamedRecord> records;
+    records.reserve(widgets.size());
+    for (const auto& widget : widgets)
+        records.push_back({widget.id, widget.name});
+    return widgets[resolveNamedRecord(records, argument, "widget", true)];
+}
+
+/// Re-reads the workspaces file, applies `change` to every workspace and writes it once.
+template <typename Change> void changeWorkspaces(ProfileStore& store, Change&& change) {
+    store.reload();
+    for (auto& profile : store.file().profiles)
+        profile = change(profile);
+    store.save();
+}
+
+std::vector<const Profile*> workspacesShowing(const DockWidget& widget, const ProfilesFile& file) {
+    std::vector<const Profile*> showing;
+    for (const auto& profile : file.profiles)
+        if (WidgetPlacement::contains(widget, profile)) showing.push_back(&profile);
+    return showing;
+}
+
+std::size_t displayWidth(const std::string& text) {
+    return text::utf8Characters(text).size();
+}
+
+/// Rows of cells in aligned columns; the last column is not padded.
+void printTable(const std::vector<std::vector<std::string>>& rows, std::ostream& out) {
+    std::vector<std::size_t> widths;
+    for (const auto& row : rows)
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            if (widths.size() <= i) widths.push_back(0);
+            widths[i] = std::max(widths[i], displayWidth(row[i]));
+        }
+    for (const auto& row : rows) {
+        std::string line;
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            line += row[i];
+            if (i + 1 < row.size()) line += std::string(widths[i] - displayWidth(row[i]) + 2, ' ');
+        }
+        out << line << "\n";
+    }
+}
+
+void printWidgets(const WidgetsFile& file, const ProfilesFile& profiles, std::ostream& out) {
+    if (file.widgets.empty() && file.unrecognized.empty()) {
+        out << "No widgets yet. Add one with: corvane widgets add KIND\n";
+        return;
+    }
+    std::vector<std::vector<std::string>> rows{{"NAME", "KIND", "SPAN", "SLOT", "SHOWN IN", "ID"}};
+    for (const auto& widget : file.widgets) {
+        std::string shown;
+        for (const auto* profile : workspacesShowing(widget, profiles))
+            shown += (shown.empty() ? "" : ", ") + profile->name;
+        rows.push_back({widget.name, std::string(widget.kind.name()), std::to_string(widget.span),
+                        widget.slot ? std::to_string(*widget.slot) : "-", shown.empty() ? "-" : shown,
+                        widget.id.string()});
+    }
+    printTable(rows, out);
+    if (!file.unrecognized.empty())
+        out << file.unrecognized.size() << (file.unrecognized.size() == 1 ? " widget" : " widgets")
+            << " of a newer version of Corvane kept as is.\n";
+}
+
+/// The widgets file as it is, each widget with the ids of the workspaces that show it.
+Json widgetsJson(const WidgetsFile& file, const ProfilesFile& profiles) {
+    auto json = encodeWidgetsFile(file);
+    for (std::size_t i = 0; i < file.widgets.size(); ++i) {
+        auto shownIn = Json::array();
+        for (const auto* profile : workspacesShowing(file.widgets[i], profiles))
+            shownIn.push_back(profile->id.string());
+        json["widgets"][i]["shownIn"] = std::move(shownIn);
+    }
+    return json;
+}
+
+// Values the parser fills in; owned by the callbacks, so they live as long as the parser.
+struct Arguments {
+    bool json = false;
+    std::string kind, widget, workspace;
+    std::optional<std::string> name;
+    std::optional<int> span;
+    std::vector<std::string> members;
+};
+
+void show(Stores& stores, const std::string& widgetArgument, const std::string& workspaceArgument,
+          std::ostream& out) {
+    auto widget = resolveWidget(stores.widgets.file().widgets, widgetArgument);
+    auto profile = resolveWorkspace(stores.profiles.file().profiles, workspaceArgument);
+    if (WidgetPlacement::contains(widget, profile)) {
+        out << inQuotes(widget.name) << " is already shown in " << inQuotes(profile.name) << ".\n";
+        return;
+    }
+    // The macOS Dock can only tell widgets apart by their slot's placeholder application; the
+    // own bar can show a widget without one.
+    bool hadSlot = widget.slot.has_value();
+    widget.slot = stores.widgets.claimSlot(widget.id);
+    bool claimed = !hadSlot && widget.slot;
+    if (auto* stored = stores.widgets.widget(WidgetAddress::id(widget.id))) widget = *stored;
+    const auto& file = stores.widgets.file();
+    changeWorkspaces(stores.profiles, [&](const Profile& each) {
+        // A newly claimed slot changes the placeholder of every workspace that shows the widget.
+        auto synced =
+            !claimed
+                ? each
+                : WidgetPlacement::syncing(each, file.widgets, file.unrecognized,
+                                           [&](std::optional<int> slot) { return stores.helperPath(slot); });
+        if (each.id != profile.id) return synced;
+        return WidgetPlacement::setting(widget, true, synced, stores.helperPath(widget.slot));
+    });
+    out << "Showing " << inQuotes(widget.name) << " in " << inQuotes(profile.name);
+    if (widget.slot)
+        out << " (Dock slot " << *widget.slot << ").\n";
+    else
+        out << ".\nAll " << DockSlot::count
+            << " Dock slots are taken: only Corvane's own Dock bar can show it.\n";
+}
+
+void hide(Stores& stores, const std::string& widgetArgument, const std::string& workspaceArgument,
+          std::ostream& out) {
+    auto widget = resolveWidget(stores.widgets.file().widgets, widgetArgument);
+    auto profile = resolveWorkspace(stores.profiles.file().profiles, workspaceArgument);
+    if (!WidgetPlacement::contains(widget, profile)) {
+        out << inQuotes(widget.name) << " is not shown in " << inQuotes(profile.name) << ".\n";
+        return;
+    }
+    auto helper = stores.helperPath(widget.slot);
+    changeWorkspaces(stores.profiles, [&](const Profile& each) {
+        return each.id == profile.id ? WidgetPlacement::setting(widget, false, each, helper) : each;
+    });
+    // A widget shown nowhere gives its slot back for others.
+    if (widget.slot && workspacesShowing(widget, stores.profiles.file()).empty())
+        stores.widgets.releaseSlot(widget.id);
+    out << "Hid " << inQuotes(widget.name) << " in " << inQuotes(profile.name) << ".\n";
+}
+
+void stack(Stores& stores, const Arguments& args, std::ostream& out) {
+    if (args.members.size() < 2) throw UsageError("a stack needs at least two widgets");
+    auto profile = resolveWorkspace(stores.profiles.file().profiles, args.workspace);
+    std::vector<DockWidget> members;
+    for (const auto& argument : args.members) {
+        const auto& widget = resolveWidget(stores.widgets.file().widgets, argument);
+        if (std::any_of(members.begin(), members.end(),
+                        [&](const DockWidget& m) { return m.id == widget.id; }))
+            throw UsageError(inQuotes(widget.name) + " is named twice; a stack holds each widget once");
+        if (!WidgetPlacement::contains(widget, profile))
+            throw std::runtime_error(inQuotes(widget.name) + " is not shown in " + inQuotes(profile.name) +
+                                     "; show it first with: corvane widgets show " + inQuotes(widget.name) +
+                                     " --in " + inQuotes(profile.name));
+        if (!members.empty() && widget.span != members.front().span)
+            throw std::runtime_error(
+                "the widgets of a stack are all as wide: " + inQuotes(members.front().name) + " is " +
+                std::to_string(members.front().span) + " tiles wide, " + inQuotes(widget.name) + " " +
+                std::to_string(widget.span));
+        members.push_back(widget);
+    }
+    WidgetStack created{Uuid::generate(), {}};
+    for (const auto& member : members)
+        created.members.push_back(member.id);
+    changeWorkspaces(stores.profiles, [&](const Profile& each) {
+        if (each.id != profile.id) return each;
+        // A widget stands in one stack at a time: the new one takes it from any other.
+        auto result = WidgetPlacement::pruningStacks(each, [&](const Uuid& id) {
+            return std::find(created.members.begin(), created.members.end(), id) == created.members.end();
+        });
+        result.stacks.push_back(created);
+        return result;
+    });
+    out << created.id.string() << "\n";
+}
+
+} // namespace
+
+void addWidgetCommands(CLI::App& app, ToolContext& context) {
+    auto& out = context.out;
+    auto args = std::make_shared<Arguments>();
+
+    auto* widgets =
+        app.add_subcommand("widgets", "List the widgets, and add, remove, show, hide or stack them");
+    widgets->add_flag("--json", args->json,
+                      "Print the widgets file, each widget with the workspaces showing it");
+    widgets->callback([&context, &out, args, widgets] {
+        if (!widgets->get_subcommands().empty()) return;
+        Stores stores(context);
+        if (args->json)
+            out << prettyJson(widgetsJson(stores.widgets.file(), stores.profiles.file()));
+        else
+            printWidgets(stores.widgets.file(), stores.profiles.file(), out);
+    });
+
+    auto* add = widgets->add_subcommand("add", "Add a widget and print its id");
+    add->add_option("KIND", args->kind, "pet, water, timer, … (an unknown kind lists them)")->required();
+    add->add_option("--name", args->name, "Its name (default: after its kind)");
+    add->add_option("--span", args->span, "Its width in tiles (default: the kind's)");
+    add->callback([&context, &out, args] {
+        auto kind = DockWidget::Kind::defaults(parseKind(args->kind));
+        if (args->span && (*args->span < DockWidget::minSpan || *args->span > kind.maxSpan()))
+            throw UsageError("a " + std::string(kind.name()) + " widget is 1 to " +
+                             std::to_string(kind.maxSpan()) + " tiles wide, not " +
+                             std::to_string(*args->span) + "; the kinds, with their spans: " + kindList());
+        if (args->name && text::trimmed(*args->name).empty())
+            throw UsageError("a widget needs a name that is not blank");
+        auto name =
+            args->name ? *args->name : std::string(kKindTitles[static_cast<std::size_t>(kind.which())]);
+        Stores stores(context);
+        auto widget =
+            stores.widgets.create(DockWidget(Uuid::generate(), name, std::nullopt, kind, args->span));
+        out << widget.id.string() << "\n";
+    });
+
+    auto* remove = widgets->add_subcommand("remove", "Remove a widget, from every workspace too");
+    remove->add_option("WIDGET", args->widget, "Id, unique id prefix or name")->required();
+    remove->callback([&context, &out, args] {
+        Stores stores(context);
+        auto widget = resolveWidget(stores.widgets.file().widgets, args->widget);
+        auto helper = stores.helperPath(widget.slot);
+        // Workspaces first: should the second write fail, the widget is merely shown nowhere.
+        changeWorkspaces(stores.profiles, [&](const Profile& each) {
+            return WidgetPlacement::setting(widget, false, each, helper);
+        });
+        stores.widgets.remove(widget.id);
+        out << "Removed " << inQuotes(widget.name) << ".\n";
+    });
+
+    auto* showCommand = widgets->add_subcommand("show", "Show a widget in a workspace");
+    showCommand->add_option("WIDGET", args->widget, "Id, unique id prefix or name")->required();
+    showCommand->add_option("--in", args->workspace, "The workspace")->required();
+    showCommand->callback([&context, &out, args] {
+        Stores stores(context);
+        show(stores, args->widget, args->workspace, out);
+    });
+
+    auto* hideCommand = widgets->add_subcommand("hide", "Take a widget out of a workspace");
+    hideCommand->add_option("WIDGET", args->widget, "Id, unique id prefix or name")->required();
+    hideCommand->add_option("--in", args->workspace, "The workspace")->required();
+    hideCommand->callback([&context, &out, args] {
+        Stores stores(context);
+        hide(stores, args->widget, args->workspace, out);
+    });
+
+    auto* stackCommand = widgets->add_subcommand(
+        "stack", "Stack widgets shown in a workspace in one place; prints the stack's id");
+    stackCommand->add_option("WORKSPACE", args->workspace, "Id or name")->required();
+    stackCommand->add_option("WIDGET", args->members, "Two or more widgets of one width, in display order")
+        ->required();
+    stackCommand->callback([&context, &out, args] {
+        Stores stores(context);
+        stack(stores, *args, out);
+    });
+
+    addWaterCommands(app, context);
+    addColourCommands(app, context);
+}
+
+} // namespace corvane

@@ -1,0 +1,184 @@
+// The widget, water and colour commands end to end, run as a separate process.
+
+#include "CorvaneCore/support/JsonCoding.hpp"
+#include "fakes/RunProgram.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace corvane;
+
+namespace {
+
+class WidgetTool : public ::testing::Test {
+  protected:
+    ProgramResult run(std::vector<std::string> arguments) {
+        return runProgram(
+            CORVANE_TOOL, arguments,
+            {"CORVANE_APP_SUPPORT_DIR=" + data.path().string(), "HOME=" + data.path().string(), "TZ=UTC0"});
+    }
+    std::string ok(std::vector<std::string> arguments) {
+        auto result = run(arguments);
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(result.err, "");
+        return result.out;
+    }
+    /// A command that must fail with `status`, one line on stderr, and change no file.
+    std::string fails(std::vector<std::string> arguments, int status) {
+        auto widgets = readText(data / "widgets.json"), profiles = readText(data / "profiles.json"),
+             colours = readText(data / "colours.json"), water = readText(data / "water.json");
+        auto result = run(arguments);
+        EXPECT_EQ(result.status, status) << result.err;
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+        EXPECT_EQ(readText(data / "widgets.json"), widgets);
+        EXPECT_EQ(readText(data / "profiles.json"), profiles);
+        EXPECT_EQ(readText(data / "colours.json"), colours);
+        EXPECT_EQ(readText(data / "water.json"), water);
+        return result.err;
+    }
+    Json file(const std::string& name) const { return parseJson(readText(data / name)); }
+    Json profile(const std::string& name) const {
+        auto profiles = file("profiles.json");
+        for (const auto& p : profiles["profiles"])
+            if (p["name"] == name) return p;
+        return {};
+    }
+    static std::vector<std::string> bundleIdentifiers(const Json& profile) {
+        std::vector<std::string> ids;
+        for (const auto& item : profile["items"])
+            ids.push_back(item["app"]["_0"].value("bundleIdentifier", ""));
+        return ids;
+    }
+    void useFixtures() {
+        writeText(data / "widgets.json", readText(std::string(CORVANE_TEST_DATA) + "/widgets/mixed.json"));
+        writeText(data / "profiles.json",
+                  readText(std::string(CORVANE_TEST_DATA) + "/widgets/profiles-with-placeholders.json"));
+    }
+
+    TemporaryDirectory data;
+};
+
+std::string firstLine(const std::string& text) {
+    return text.substr(0, text.find('\n'));
+}
+
+/// The entries of the widgets file that this build cannot read, as they stand.
+std::vector<Json> unreadable(const Json& widgetsFile) {
+    std::vector<Json> entries;
+    for (const auto& entry : widgetsFile["widgets"])
+        if (!entry.contains("id") || entry["id"] == "5F1E2D3C-4B5A-4978-8695-A4B3C2D1E0F9" ||
+            entry["id"] == "11111111-2222-4333-8444-555555555555")
+            entries.push_back(entry);
+    return entries;
+}
+
+} // namespace
+
+TEST_F(WidgetTool, EntriesOfNewerBuildsSurviveEveryCommandThatSaves) {
+    useFixtures();
+    auto original = unreadable(parseJson(readText(std::string(CORVANE_TEST_DATA) + "/widgets/mixed.json")));
+    ASSERT_EQ(original.size(), 3u);
+    auto check = [&](const std::string& step) {
+        SCOPED_TRACE(step);
+        EXPECT_EQ(unreadable(file("widgets.json")), original);
+        auto work = bundleIdentifiers(profile("Work"));
+        EXPECT_NE(std::find(work.begin(), work.end(), "dev.tessik.Corvane.Slot3"), work.end());
+        EXPECT_NE(std::find(work.begin(), work.end(),
+                            "dev.tessik.Corvane.Widget.11111111-2222-4333-8444-555555555555"),
+                  work.end());
+    };
+
+    auto list = ok({"widgets"});
+    EXPECT_NE(list.find("3 widgets of a newer version of Corvane kept as is."), std::string::npos);
+    EXPECT_NE(list.find("Tea"), std::string::npos);
+
+    ok({"widgets", "show", "Tools", "--in", "Play"});
+    check("show");
+    EXPECT_EQ(bundleIdentifiers(profile("Play")), std::vector<std::string>{"dev.tessik.Corvane.Slot1"})
+        << "the first slot that neither a widget nor an unreadable entry holds";
+    auto pet = firstLine(ok({"widgets", "add", "pet", "--name", "Mochi", "--span", "2"}));
+    check("add");
+    ok({"widgets", "show", pet.substr(0, 8), "--in", "Play"});
+    check("show by id prefix");
+    EXPECT_EQ(bundleIdentifiers(profile("Play")).back(), "dev.tessik.Corvane.Slot4")
+        << "slots 2, 3 and 5 are held";
+    ok({"widgets", "show", "mochi", "--in", "Work"});
+    auto stackID = firstLine(ok({"widgets", "stack", "Work", "Tea", "Mochi"}));
+    check("stack");
+    auto stacks = profile("Work")["stacks"];
+    ASSERT_EQ(stacks.size(), 1u)
+        << "Tea leaves the old stack, which keeps only the unreadable member and goes";
+    EXPECT_EQ(stacks[0]["id"], stackID);
+    ok({"widgets", "hide", "Mochi", "--in", "Play"});
+    check("hide");
+    EXPECT_EQ(file("widgets.json")["widgets"][2]["slot"], 4) << "still shown in Work, so it keeps its slot";
+    ok({"widgets", "remove", "Mochi"});
+    check("remove");
+    EXPECT_TRUE(profile("Work")["stacks"].empty()) << "a stack of one is no stack";
+    ok({"widgets", "hide", "Tools", "--in", "Play"});
+    check("hide the last");
+    EXPECT_FALSE(file("widgets.json")["widgets"][1].contains("slot"))
+        << "shown nowhere, the slot is given back";
+
+    auto json = parseJson(ok({"widgets", "--json"}));
+    EXPECT_EQ(json["widgets"][0]["name"], "Tea");
+    EXPECT_EQ(json["widgets"][0]["shownIn"], Json::array({"AAAAAAAA-0000-4000-8000-000000000001"}));
+    EXPECT_EQ(unreadable(json), original);
+}
+
+TEST_F(WidgetTool, BadInputIsOneLineAndChangesNothing) {
+    useFixtures();
+    ok({"colour", "hex", "#102030"});
+    ok({"water", "add", "300"});
+    EXPECT_NE(fails({"widgets", "add", "hologram"}, 2)
+                  .find("unknown widget kind \"hologram\"; the kinds, with "
+                        "their spans: collection (1-4), timer (1-3)"),
+              std::string::npos);
+    EXPECT_NE(fails({"widgets", "add", "clipboard", "--span", "2"}, 2)
+                  .find("a clipboard widget is 1 to 1 tiles wide"),
+              std::string::npos);
+    EXPECT_EQ(fails({"widgets", "remove", "Kettle"}, 1), "corvane: no widget matches \"Kettle\"\n");
+    EXPECT_NE(
+        fails({"widgets", "show", "T", "--in", "Work"}, 1).find("\"T\" matches several widgets: \"Tea\""),
+        std::string::npos);
+    EXPECT_NE(fails({"widgets", "show", "Tea", "--in", "Office"}, 1).find("no workspace matches"),
+              std::string::npos);
+    EXPECT_NE(
+        fails({"widgets", "stack", "Work", "Tea", "Tools"}, 1).find("\"Tools\" is not shown in \"Work\""),
+        std::string::npos);
+    EXPECT_NE(fails({"widgets", "stack", "Work", "Tea", "tea"}, 2).find("named twice"), std::string::npos);
+    EXPECT_EQ(fails({"colour", "hex", "#12345"}, 2), "corvane: \"#12345\" is not a colour like #RRGGBB\n");
+    EXPECT_NE(
+        fails({"colour", "cmyk", "#123456"}, 2).find("the formats: hex, hexLowercase, rgb, hsl, swiftUI"),
+        std::string::npos);
+    fails({"water", "add", "0"}, 2);
+    fails({"water", "add", "lots"}, 2);
+}
+
+TEST_F(WidgetTool, WaterAndColours) {
+    EXPECT_NE(ok({"water"}).find("Next glass: now, nothing poured yet today"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(data / "water.json"));
+    ok({"widgets", "add", "water"});
+    EXPECT_EQ(firstLine(ok({"water", "add"})).substr(0, 13), "Added 250 ml;") << "the widget's glass";
+    ok({"water", "add", "1000"});
+    auto water = parseJson(ok({"water", "--json"}));
+    EXPECT_EQ(water["millilitres"], 1250);
+    EXPECT_EQ(water["goal"], 2000);
+    EXPECT_EQ(water["week"].size(), 7u);
+    EXPECT_EQ(water["week"][6]["millilitres"], 1250);
+    EXPECT_GT(water["tankLevel"].get<double>(), 0.9);
+    EXPECT_TRUE(water.contains("nextGlass"));
+    EXPECT_NE(
+        ok({"water"}).find("Today (" + water["day"].get<std::string>() + "): 1250 ml of 2000 ml, 5 glasses"),
+        std::string::npos);
+
+    EXPECT_EQ(ok({"colour", "hsl", "ffffff"}), "hsl(0, 0%, 100%)\n");
+    EXPECT_EQ(ok({"colour", "SWIFTUI", " #808080 "}), "Color(red: 0.502, green: 0.502, blue: 0.502)\n");
+    EXPECT_EQ(ok({"color", "cssVariable", "#FFFFFF"}), "--colour: #ffffff;\n");
+    auto colours = file("colours.json")["colours"];
+    ASSERT_EQ(colours.size(), 2u) << "white picked again moves to the front";
+    EXPECT_EQ(colours[0]["red"], 255);
+    EXPECT_EQ(ok({"colours", "--json"}), readText(data / "colours.json"));
+    EXPECT_EQ(firstLine(ok({"colours"})).substr(0, 28), "#FFFFFF  rgb(255, 255, 255) ");
+}
