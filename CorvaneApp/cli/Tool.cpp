@@ -1,7 +1,9 @@
 #include "CorvaneApp/cli/Tool.hpp"
 
 #include "CorvaneApp/cli/DockCommands.hpp"
+#include "CorvaneApp/cli/GitHubCommands.hpp"
 #include "CorvaneApp/cli/TransferCommands.hpp"
+#include "CorvaneApp/cli/WeatherCommands.hpp"
 #include "CorvaneApp/cli/WorkspaceCommands.hpp"
 
 #include <CLI/CLI.hpp>
@@ -21,6 +23,8 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     addWorkspaceCommands(app, context);
     addDockCommands(app, context);
     addTransferCommands(app, context);
+    addWeatherCommands(app, context);
+    addGitHubCommands(app, context);
 
     try {
         app.parse(argc, argv);

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "CorvaneCore/platform/Clock.hpp"
+#include "CorvaneCore/platform/HttpClient.hpp"
+#include "CorvaneCore/platform/ProcessRunner.hpp"
+#include "CorvaneCore/platform/UserDefaults.hpp"
 #include "CorvaneCore/platform/Log.hpp"
 #include "CorvaneCore/platform/Notifier.hpp"
 #include "CorvaneCore/platform/SystemFolders.hpp"
@@ -41,6 +44,11 @@ struct ToolServices {
     /// The Dock preferences file given with `--dock-plist` (then nothing is restarted), or the
     /// system's Dock.
     std::function<DockAccess(const std::optional<std::filesystem::path>& dockPlist)> openDock;
+    HttpClient& http;
+    ProcessRunner& runner;
+    /// The application's settings, kept beside the data folder `dataDir` where the system has no
+    /// preferences service.
+    std::function<std::unique_ptr<UserDefaults>(const std::filesystem::path& dataDir)> openDefaults;
 };
 
 /// What every command receives: the services, the global options and where to print.

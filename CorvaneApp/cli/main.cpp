@@ -4,7 +4,9 @@
 #include "CorvaneCore/dock/DockPlistPath.hpp"
 #include "CorvaneCore/dock/NoOpDockReloader.hpp"
 #include "CorvaneCore/dock/SystemDockReloader.hpp"
+#include "platform/curl/CurlHttpClient.hpp"
 #include "platform/posix/PlistFileBackend.hpp"
+#include "platform/posix/PlistFileUserDefaults.hpp"
 #include "platform/posix/PosixProcessRunner.hpp"
 #include "platform/posix/StderrLog.hpp"
 #include "platform/posix/SystemClock.hpp"
@@ -14,6 +16,7 @@
 
 #ifdef __APPLE__
 #include "platform/macos/CFPreferencesBackend.hpp"
+#include "platform/macos/CFPreferencesUserDefaults.hpp"
 #include "platform/macos/DistributedNotifier.hpp"
 #include "platform/macos/LibprocProcessTable.hpp"
 #include "platform/macos/OsLog.hpp"
@@ -60,6 +63,16 @@ int main(int argc, char** argv) {
         return access;
     };
 
-    ToolServices services{environment, notifier, log, clock, openDock};
+    CurlHttpClient http;
+    auto openDefaults = [](const std::filesystem::path& dataDir) -> std::unique_ptr<UserDefaults> {
+#ifdef __APPLE__
+        (void)dataDir;
+        return std::make_unique<CFPreferencesUserDefaults>();
+#else
+        return std::make_unique<PlistFileUserDefaults>(dataDir / PlistFileUserDefaults::fileName);
+#endif
+    };
+
+    ToolServices services{environment, notifier, log, clock, openDock, http, runner, openDefaults};
     return runTool(argc, argv, services, std::cout, std::cerr);
 }
