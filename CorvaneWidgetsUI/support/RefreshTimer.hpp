@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CorvaneCore/platform/Scheduler.hpp"
-#include "CorvaneCore/platform/WorkQueue.hpp"
+#include "CorvaneCore/platform/SerialQueue.hpp"
 
 #include <functional>
 #include <optional>
@@ -38,7 +38,7 @@ struct ConnectedWidgetServices {
     Scheduler& scheduler;
     MainQueue& mainQueue;
     /// Where the model's reads run, one at a time.
-    WorkQueue& work;
+    SerialQueue& work;
 };
 
 } // namespace corvane

@@ -28,15 +28,17 @@ struct Tool {
     RecordingNotifier notifier;
     CapturingLog log;
     ManualClock clock{now};
+    // Designated, so that services added for other commands keep their defaults here.
     ToolServices services{
-        {{"HOME", data.path().string()}, {"LANG", "nb_NO.UTF-8"}},
-        notifier,
-        log,
-        clock,
-        [](const std::optional<std::filesystem::path>&) { return DockAccess{}; },
-        http,
-        runner,
-        [](const std::filesystem::path&) { return std::make_unique<InMemoryUserDefaults>(); }};
+        .environment = {{"HOME", data.path().string()}, {"LANG", "nb_NO.UTF-8"}},
+        .notifier = notifier,
+        .log = log,
+        .clock = clock,
+        .openDock = [](const std::optional<std::filesystem::path>&) { return DockAccess{}; },
+        .http = http,
+        .runner = runner,
+        .openDefaults = [](const std::filesystem::path&) { return std::make_unique<InMemoryUserDefaults>(); },
+    };
 
     struct Output {
         int status;

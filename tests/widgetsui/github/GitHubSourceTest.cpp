@@ -3,13 +3,11 @@
 #include "CorvaneWidgetsUI/github/GitHubModel.hpp"
 #include "fakes/InMemoryUserDefaults.hpp"
 #include "fakes/ManualScheduler.hpp"
-#include "fakes/ManualWorkQueue.hpp"
+#include "fakes/ManualSerialQueue.hpp"
 #include "fakes/ScriptedProcessRunner.hpp"
-#include "platform/posix/SerialWorkQueue.hpp"
 
 #include <gtest/gtest.h>
 
-#include <future>
 #include <set>
 
 using namespace corvane;
@@ -125,7 +123,7 @@ TEST(GitHubModel, PublishesTheBoardsSelectionAndLoadsOneAtATime) {
     GitHubHarness h;
     ManualClock clock;
     ManualScheduler scheduler{clock};
-    ManualWorkQueue work;
+    ManualSerialQueue work;
     h.replies(0, itemsReply);
     GitHubModel model(
         DockWidget{Uuid::generate(), "GitHub", std::nullopt, showing(GitHubShows::myPullRequests, 1)},
@@ -165,20 +163,4 @@ TEST(GitHubModel, PublishesTheBoardsSelectionAndLoadsOneAtATime) {
     model.stop();
     scheduler.advance(3600);
     EXPECT_EQ(work.pendingCount(), 0u);
-}
-
-TEST(SerialWorkQueue, RunsJobsInOrderOffTheCallingThread) {
-    std::vector<int> order;
-    std::promise<std::thread::id> ran;
-    {
-        SerialWorkQueue queue(std::string(GitHubSource::queueLabel));
-        queue.async([&] { order.push_back(1); });
-        queue.async([&] { throw std::runtime_error("dropped"); });
-        queue.async([&] {
-            order.push_back(2);
-            ran.set_value(std::this_thread::get_id());
-        });
-    } // waits for the queued jobs
-    EXPECT_NE(ran.get_future().get(), std::this_thread::get_id());
-    EXPECT_EQ(order, (std::vector<int>{1, 2}));
 }

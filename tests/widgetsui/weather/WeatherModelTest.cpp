@@ -2,7 +2,7 @@
 #include "CorvaneCore/widgets/weather/WeatherService.hpp"
 #include "fakes/CannedHttpClient.hpp"
 #include "fakes/ManualScheduler.hpp"
-#include "fakes/ManualWorkQueue.hpp"
+#include "fakes/ManualSerialQueue.hpp"
 
 #include <gtest/gtest.h>
 
@@ -30,7 +30,7 @@ WeatherSettings placed(WeatherUnit unit = WeatherUnit::celsius) {
 struct WeatherHarness {
     ManualClock clock;
     ManualScheduler scheduler{clock};
-    ManualWorkQueue work;
+    ManualSerialQueue work;
     CannedHttpClient http;
     WeatherFetch fetch{http, clock};
     Uuid id = Uuid::generate();
