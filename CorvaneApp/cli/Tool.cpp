@@ -3,7 +3,9 @@
 #include "CorvaneApp/cli/AutomationCommands.hpp"
 #include "CorvaneApp/cli/ClipboardCommands.hpp"
 #include "CorvaneApp/cli/DockCommands.hpp"
+#include "CorvaneApp/cli/GitHubCommands.hpp"
 #include "CorvaneApp/cli/TransferCommands.hpp"
+#include "CorvaneApp/cli/WeatherCommands.hpp"
 #include "CorvaneApp/cli/WidgetCommands.hpp"
 #include "CorvaneApp/cli/WorkspaceCommands.hpp"
 
@@ -27,6 +29,8 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     addAutomationCommands(app, context);
     addClipboardCommands(app, context);
     addWidgetCommands(app, context);
+    addWeatherCommands(app, context);
+    addGitHubCommands(app, context);
 
     try {
         app.parse(argc, argv);

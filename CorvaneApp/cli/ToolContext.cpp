@@ -1,7 +1,6 @@
 #include "CorvaneApp/cli/ToolContext.hpp"
 
 #include "CorvaneStorage/storage/StoragePath.hpp"
-#include "platform/posix/PlistFileUserDefaults.hpp"
 
 namespace corvane {
 
@@ -18,7 +17,7 @@ DockAccess ToolContext::openDock() const {
 }
 
 std::unique_ptr<UserDefaults> ToolContext::openDefaults() const {
-    return std::make_unique<PlistFileUserDefaults>(dataDirectory() / PlistFileUserDefaults::fileName);
+    return services.openDefaults(dataDirectory());
 }
 
 } // namespace corvane

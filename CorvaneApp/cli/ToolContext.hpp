@@ -2,6 +2,8 @@
 
 #include "CorvaneCore/platform/Calendar.hpp"
 #include "CorvaneCore/platform/Clock.hpp"
+#include "CorvaneCore/platform/HttpClient.hpp"
+#include "CorvaneCore/platform/ProcessRunner.hpp"
 #include "CorvaneCore/platform/Log.hpp"
 #include "CorvaneCore/platform/Notifier.hpp"
 #include "CorvaneCore/platform/SecretStore.hpp"
@@ -48,6 +50,11 @@ struct ToolServices {
     std::function<std::unique_ptr<SecretStore>(const std::filesystem::path& dataDirectory)> openSecrets;
     /// The user's calendar: which day "today" is.
     const Calendar& calendar;
+    HttpClient& http;
+    ProcessRunner& runner;
+    /// The application's settings, kept beside the data folder `dataDir` where the system has no
+    /// preferences service.
+    std::function<std::unique_ptr<UserDefaults>(const std::filesystem::path& dataDir)> openDefaults;
 };
 
 /// What every command receives: the services, the global options and where to print.
@@ -60,7 +67,8 @@ struct ToolContext {
     /// `--data-dir`, else `CORVANE_APP_SUPPORT_DIR`, else the default data folder.
     std::filesystem::path dataDirectory() const;
     DockAccess openDock() const;
-    /// The application's settings, in the property-list file of the data folder.
+    /// The application's settings: shared with the app through the system's preferences on
+    /// macOS, a property-list file of the data folder elsewhere.
     std::unique_ptr<UserDefaults> openDefaults() const;
 };
 

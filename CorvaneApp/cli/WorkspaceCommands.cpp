@@ -1,6 +1,7 @@
 #include "CorvaneApp/cli/WorkspaceCommands.hpp"
 
 #include "CorvaneApp/cli/HotkeyArgument.hpp"
+#include "CorvaneApp/cli/TextColumns.hpp"
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneApp/cli/WorkspaceArgument.hpp"
 #include "CorvaneCore/dock/DockPlistReader.hpp"
@@ -35,13 +36,6 @@ std::string parseHex(const std::string& text) {
     if (digits.size() != 6 || digits.find_first_not_of("0123456789abcdefABCDEF") != std::string_view::npos)
         throw UsageError("\"" + text + "\" is not a colour like #RRGGBB");
     return "#" + text::uppercased(digits);
-}
-
-std::size_t displayWidth(const std::string& text) { return text::utf8Characters(text).size(); }
-
-std::string padded(const std::string& text, std::size_t width) {
-    auto w = displayWidth(text);
-    return text + std::string(w < width ? width - w : 0, ' ');
 }
 
 std::string quoted(const std::string& name) { return "\"" + name + "\""; }

@@ -4,7 +4,9 @@
 #include "CorvaneCore/dock/DockPlistPath.hpp"
 #include "CorvaneCore/dock/NoOpDockReloader.hpp"
 #include "CorvaneCore/dock/SystemDockReloader.hpp"
+#include "platform/curl/CurlHttpClient.hpp"
 #include "platform/posix/PlistFileBackend.hpp"
+#include "platform/posix/PlistFileUserDefaults.hpp"
 #include "platform/posix/PosixProcessRunner.hpp"
 #include "platform/posix/StderrLog.hpp"
 #include "platform/posix/SystemClock.hpp"
@@ -15,6 +17,7 @@
 #ifdef __APPLE__
 #include "platform/macos/CFCalendarAdapter.hpp"
 #include "platform/macos/CFPreferencesBackend.hpp"
+#include "platform/macos/CFPreferencesUserDefaults.hpp"
 #include "platform/macos/DistributedNotifier.hpp"
 #include "platform/macos/KeychainSecretStore.hpp"
 #include "platform/macos/LibprocProcessTable.hpp"
@@ -76,6 +79,17 @@ int main(int argc, char** argv) {
 #endif
     };
 
-    ToolServices services{environment, notifier, log, clock, openDock, openSecrets, calendar};
+    
+    CurlHttpClient http;
+    auto openDefaults = [](const std::filesystem::path& dataDir) -> std::unique_ptr<UserDefaults> {
+#ifdef __APPLE__
+        (void)dataDir;
+        return std::make_unique<CFPreferencesUserDefaults>();
+#else
+        return std::make_unique<PlistFileUserDefaults>(dataDir / PlistFileUserDefaults::fileName);
+#endif
+    };
+
+    ToolServices services{environment, notifier, log, clock, openDock, openSecrets, calendar, http, runner, openDefaults};
     return runTool(argc, argv, services, std::cout, std::cerr);
 }
