@@ -19,14 +19,28 @@ AppEntry fixedEntry(std::string_view path, std::string_view bundleIdentifier, st
 }
 
 // Items read from the Dock hold plain paths while the fixed entries hold URL strings; a path
-// names the same bundle in either form.
-bool samePath(std::string_view a, std::string_view b) {
-    return a == b || DockURLString::path(a) == DockURLString::path(b);
+// names the same bundle in either form. `plain` is already in path form. Most paths need no
+// conversion, and this runs for every item on every rebuild.
+bool samePath(std::string_view path, std::string_view plain) {
+    if (!path.starts_with("file://") && !path.ends_with('/')) return path == plain;
+    return DockURLString::path(path) == plain;
+}
+
+const std::string& finderPath() {
+    static const std::string path = DockURLString::path(WorkspaceDockLayout::finder().path);
+    return path;
+}
+
+const std::array<std::string, 2>& launcherPaths() {
+    static const std::array<std::string, 2> paths{
+        DockURLString::path(WorkspaceDockLayout::launchers()[0].path),
+        DockURLString::path(WorkspaceDockLayout::launchers()[1].path)};
+    return paths;
 }
 
 bool isFinder(const AppEntry& entry) {
-    const auto& finder = WorkspaceDockLayout::finder();
-    return entry.bundleIdentifier == finder.bundleIdentifier || samePath(entry.path, finder.path);
+    return entry.bundleIdentifier == WorkspaceDockLayout::finder().bundleIdentifier ||
+           samePath(entry.path, finderPath());
 }
 
 bool defaultFileExists(const std::string& path) {
@@ -219,14 +233,16 @@ const std::array<AppEntry, 2>& WorkspaceDockLayout::launchers() {
 }
 
 bool WorkspaceDockLayout::isLauncher(const AppEntry& entry) {
-    return std::any_of(launchers().begin(), launchers().end(), [&](const AppEntry& launcher) {
-        return samePath(launcher.path, entry.path) || launcher.bundleIdentifier == entry.bundleIdentifier;
-    });
+    for (std::size_t i = 0; i < launchers().size(); ++i)
+        if (samePath(entry.path, launcherPaths()[i]) ||
+            launchers()[i].bundleIdentifier == entry.bundleIdentifier)
+            return true;
+    return false;
 }
 
 bool WorkspaceDockLayout::isLauncher(std::string_view path) {
-    return std::any_of(launchers().begin(), launchers().end(),
-                       [&](const AppEntry& launcher) { return samePath(launcher.path, path); });
+    return std::any_of(launcherPaths().begin(), launcherPaths().end(),
+                       [&](const std::string& launcher) { return samePath(path, launcher); });
 }
 
 std::optional<AppEntry>
