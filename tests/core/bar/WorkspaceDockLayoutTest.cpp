@@ -97,6 +97,9 @@ TEST(WorkspaceDockLayout, WorkspaceItemsKeepTheirIndicesInTheirIds) {
     EXPECT_EQ(litBy(layout.apps[1]), 10);
     EXPECT_EQ(litBy(layout.apps[3]), 11);
     EXPECT_EQ(litBy(layout.apps[4]), 12);
+    auto oneSafari = WorkspaceDockLayout({.active = &profile, .running = std::span(apps).first(1)});
+    EXPECT_EQ(litBy(oneSafari.apps[1]), 10);
+    EXPECT_FALSE(litBy(oneSafari.apps[3]));
     EXPECT_EQ(ids(layout.others),
               (std::vector<std::string>{"other-0-/Users/me/Downloads", "other-3-https://example.com"}));
 
