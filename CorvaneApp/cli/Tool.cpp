@@ -4,6 +4,7 @@
 #include "CorvaneApp/cli/ClipboardCommands.hpp"
 #include "CorvaneApp/cli/DockCommands.hpp"
 #include "CorvaneApp/cli/GitHubCommands.hpp"
+#include "CorvaneApp/cli/LooksCommands.hpp"
 #include "CorvaneApp/cli/TransferCommands.hpp"
 #include "CorvaneApp/cli/WeatherCommands.hpp"
 #include "CorvaneApp/cli/WidgetCommands.hpp"
@@ -31,6 +32,7 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     addWidgetCommands(app, context);
     addWeatherCommands(app, context);
     addGitHubCommands(app, context);
+    addLooksCommands(app, context);
 
     try {
         app.parse(argc, argv);

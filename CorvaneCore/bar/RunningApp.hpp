@@ -3,6 +3,7 @@
 #include "CorvaneCore/workspace/DockItem.hpp"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -29,3 +30,16 @@ struct RunningApp {
 };
 
 } // namespace corvane
+
+template <> struct std::hash<corvane::RunningApp> {
+    std::size_t operator()(const corvane::RunningApp& app) const noexcept {
+        std::size_t h = std::hash<std::int32_t>{}(app.pid);
+        auto mix = [&h](std::size_t value) { h ^= value + 0x9E3779B97F4A7C15ull + (h << 6) + (h >> 2); };
+        mix(std::hash<std::optional<std::string>>{}(app.bundleIdentifier));
+        mix(std::hash<std::optional<std::string>>{}(app.path));
+        mix(std::hash<std::string>{}(app.name));
+        for (auto desktop : app.desktops)
+            mix(std::hash<std::uint64_t>{}(desktop));
+        return h;
+    }
+};

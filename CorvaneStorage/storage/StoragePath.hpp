@@ -47,6 +47,15 @@ inline std::filesystem::path legacyCollectionsFileURL(const std::filesystem::pat
 }
 inline std::filesystem::path backupsDirectory(const std::filesystem::path& dir) { return dir / backupsDirectoryName; }
 
+inline constexpr std::string_view iconChoicesFileName = "icons.json";
+inline constexpr std::string_view iconPacksDirectoryName = "IconPacks";
+inline constexpr std::string_view customIconsDirectoryName = "CustomIcons";
+inline std::filesystem::path iconChoicesFileURL(const std::filesystem::path& dir) { return dir / iconChoicesFileName; }
+inline std::filesystem::path iconPacksDirectory(const std::filesystem::path& dir) { return dir / iconPacksDirectoryName; }
+inline std::filesystem::path customIconsDirectory(const std::filesystem::path& dir) {
+    return dir / customIconsDirectoryName;
+}
+
 } // namespace StoragePath
 
 } // namespace corvane
