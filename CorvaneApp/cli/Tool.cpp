@@ -1,6 +1,7 @@
 #include "CorvaneApp/cli/Tool.hpp"
 
 #include "CorvaneApp/cli/DockCommands.hpp"
+#include "CorvaneApp/cli/PreviewCommand.hpp"
 #include "CorvaneApp/cli/TransferCommands.hpp"
 #include "CorvaneApp/cli/WorkspaceCommands.hpp"
 
@@ -21,6 +22,7 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     addWorkspaceCommands(app, context);
     addDockCommands(app, context);
     addTransferCommands(app, context);
+    addPreviewCommand(app, context);
 
     try {
         app.parse(argc, argv);
