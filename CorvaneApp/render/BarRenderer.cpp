@@ -211,6 +211,10 @@ void drawReflections(cairo_t* cr, const BarScene& scene, const BarFrame& frame, 
         // Mirror about the icon's visible base rather than its tile's edge.
         double air = drawn.height * (1 - DockTileGeometry::iconBodyRatio) / 2;
         double floor = drawn.maxY() - air;
+        // A group as small as the reflection: a group spans the clip, and the bar is long.
+        cairo_save(cr);
+        cairo_rectangle(cr, drawn.minX() - 2, floor, drawn.width + 4, drawn.height * 0.4);
+        cairo_clip(cr);
         cairo_push_group(cr);
         cairo_translate(cr, 0, 2 * floor);
         cairo_scale(cr, 1, -1);
@@ -221,6 +225,7 @@ void drawReflections(cairo_t* cr, const BarScene& scene, const BarFrame& frame, 
         cairo_pattern_add_color_stop_rgba(fade, 1, 0, 0, 0, 0);
         cairo_mask(cr, fade);
         cairo_pattern_destroy(fade);
+        cairo_restore(cr);
     }
     cairo_restore(cr);
 }
