@@ -41,7 +41,7 @@ RGBColor indicatorColor(const BarScene& scene) {
 
 RGBColor separatorColor(const BarScene& scene, double& alpha) {
     if (scene.theme.separatorHex) {
-        alpha = 0.55;
+        alpha = 0.75;
         return hex(*scene.theme.separatorHex);
     }
     bool dark = isDarkSurface(scene.theme);
@@ -237,7 +237,8 @@ void drawSeparators(cairo_t* cr, const BarScene& scene, const BarFrame& frame, c
     double inset = scene.metrics.verticalPadding * 0.9;
     for (std::size_t i = 0; i < frame.tiles.size(); ++i) {
         if (scene.tiles[i].kind != BarTile::Kind::separator) continue;
-        double along = space.along(frame.tiles[i].drawn);
+        // On a pixel's centre, so that a one-point line stays one crisp pixel.
+        double along = std::round(space.along(frame.tiles[i].drawn) - 0.5) + 0.5;
         cairo_move_to(cr, along, bar.top + inset);
         cairo_line_to(cr, along, bar.bottom - inset);
     }

@@ -52,6 +52,13 @@ TEST(PreviewCommand, DrawsTheNamedOrActiveWorkspaceIntoAPicture) {
     EXPECT_NE(side.out.find("workspace \"Work\""), std::string::npos);
     EXPECT_EQ(pngSize(readText(file)), std::make_pair(133u, 700u));
 
+    // A short screen shrinks the icons, and so the window.
+    auto narrow = here.run({"preview", "--width", "150", "-o", file.string()});
+    ASSERT_EQ(narrow.status, 0) << narrow.err;
+    auto [narrowWidth, narrowHeight] = pngSize(readText(file));
+    EXPECT_EQ(narrowWidth, 150u);
+    EXPECT_LT(narrowHeight, 133u);
+
     auto packed = here.run({"preview", "--icon-pack", "Mono", "--size", "64", "-o", file.string()});
     ASSERT_EQ(packed.status, 0) << packed.err;
     EXPECT_EQ(packed.out.find("Icon packs are not available yet"), 0u) << packed.out;

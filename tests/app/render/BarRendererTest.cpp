@@ -25,10 +25,10 @@ Pixel pixelAt(const BarImage& image, double x, double y) {
     return {((value >> 16) & 0xff) / 255.0 / a, ((value >> 8) & 0xff) / 255.0 / a, (value & 0xff) / 255.0 / a, a};
 }
 
-void expectColor(const Pixel& pixel, RGBColor color, double alpha, const char* where) {
-    EXPECT_NEAR(pixel.red, color.red, 0.03) << where;
-    EXPECT_NEAR(pixel.green, color.green, 0.03) << where;
-    EXPECT_NEAR(pixel.blue, color.blue, 0.03) << where;
+void expectColor(const Pixel& pixel, RGBColor color, double alpha, const char* where, double tolerance = 0.03) {
+    EXPECT_NEAR(pixel.red, color.red, tolerance) << where;
+    EXPECT_NEAR(pixel.green, color.green, tolerance) << where;
+    EXPECT_NEAR(pixel.blue, color.blue, tolerance) << where;
     EXPECT_NEAR(pixel.alpha, alpha, 0.02) << where;
 }
 
@@ -228,4 +228,151 @@ TEST(BarLayout, AMagnifiedBarGrowsAwayFromTheEndNearestTheLens) {
     EXPECT_GE(nearStart.bar.maxX(), 0);
     EXPECT_LE(nearStart.bar.maxX(), layout.length());
     EXPECT_GE(nearEnd.bar.minX(), 0);
+}
+
+namespace {
+
+int differingPixels(const BarImage& a, const BarImage& b) {
+    EXPECT_EQ(a.pixels.size(), b.pixels.size());
+    int count = 0;
+    for (std::size_t i = 0; i < std::min(a.pixels.size(), b.pixels.size()); ++i) count += a.pixels[i] != b.pixels[i];
+    return count;
+}
+
+BarImage draw(const BarScene& scene, double seconds = 0) {
+    BarLayout layout(scene);
+    return rasterizeBar(scene, layout, layout.frame(DockLens{}), {.seconds = seconds});
+}
+
+BarScene themed(const std::string& id, const DockThemeCustomization& customization = {}) {
+    DockStyle style;
+    style.themeID = id;
+    if (!customization.isEmpty()) style.themeCustomizations[id] = customization;
+    return sceneOf(apps(6), style);
+}
+
+} // namespace
+
+TEST(BarRenderer, ThemeCustomizationsReachTheDrawing) {
+    // Each override, when it takes a part away, changes the picture; turning a part off that the
+    // theme does not have changes nothing.
+    struct Case {
+        std::string theme;
+        DockThemeCustomization off;
+        bool changes;
+    };
+    std::vector<Case> cases = {
+        {"christmas", {.showsLights = false}, true},
+        {"christmas", {.showsSnowCap = false}, true},
+        {"christmas", {.showsSnowfall = false}, true},
+        {"halloween", {.showsBorder = false}, true},
+        {"neon", {.showsGlow = false}, true},
+        {"rocket", {.showsReflections = false}, true},
+        {"paper", {.showsGlow = false}, false},
+        {"liquid", {.showsSnowfall = false}, false},
+    };
+    for (const auto& c : cases) {
+        int changed = differingPixels(draw(themed(c.theme)), draw(themed(c.theme, c.off)));
+        if (c.changes)
+            EXPECT_GT(changed, 20) << c.theme;
+        else
+            EXPECT_EQ(changed, 0) << c.theme;
+    }
+
+    // The glow lies outside the bar, in its colour.
+    auto neon = themed("neon");
+    BarLayout layout(neon);
+    auto frame = layout.frame(DockLens{});
+    auto image = rasterizeBar(neon, layout, frame, {});
+    auto halo = pixelAt(image, frame.bar.midX() + 0.5, frame.bar.minY() - 3);
+    EXPECT_GT(halo.alpha, 0.05);
+    EXPECT_GT(halo.blue, 0.8);
+    EXPECT_LT(halo.red, 0.2);
+    EXPECT_EQ(pixelAt(draw(themed("neon", {.showsGlow = false})), frame.bar.midX() + 0.5, frame.bar.minY() - 3).alpha,
+              0);
+}
+
+TEST(BarRenderer, OnlyAnimatedDecorationsChangeWithTime) {
+    for (const char* id : {"christmas", "halloween", "haunted-night", "candy-corn", "candy-cane"})
+        EXPECT_GT(differingPixels(draw(themed(id), 0), draw(themed(id), 1.5)), 20) << id;
+    for (const char* id : {"native", "rocket", "floating"})
+        EXPECT_EQ(differingPixels(draw(themed(id), 0), draw(themed(id), 1.5)), 0) << id;
+}
+
+TEST(BarRenderer, TilesShowTheirOwnMarks) {
+    std::vector<BarTile> tiles = {
+        {.kind = BarTile::Kind::folder, .label = "Projects", .badgeColorHex = "#22C55E", .badgeText = "P"},
+        {.kind = BarTile::Kind::separator},
+        {.kind = BarTile::Kind::trash, .label = "Trash"},
+        {.kind = BarTile::Kind::trash, .label = "Trash", .isFull = true},
+    };
+    auto scene = sceneOf(tiles);
+    scene.theme = DockTheme::named("paper");
+    scene.theme.separatorHex = "#0000FF";
+    BarLayout layout(scene);
+    auto frame = layout.frame(DockLens{});
+    auto image = rasterizeBar(scene, layout, frame, {});
+
+    // The folder's badge sits at its lower right in the badge colour, around a white letter.
+    const auto& folder = frame.tiles[0].drawn;
+    double body = folder.width * 0.805;
+    double badgeX = folder.midX() + body * 0.30, badgeY = folder.midY() + body * 0.28;
+    auto badge = pixelAt(image, badgeX + body * 0.1, badgeY);
+    // Shaded from a lighter top, so only near the colour.
+    expectColor(badge, RGBColor::fromHex("#22C55E"), 1, "badge", 0.08);
+
+    // The separator is drawn across the bar in the theme's separator colour.
+    const auto& separator = frame.tiles[1].drawn;
+    auto line = pixelAt(image, separator.midX(), frame.bar.midY());
+    auto beside = pixelAt(image, separator.minX() + 1, frame.bar.midY());
+    EXPECT_GT(line.blue, line.red + 0.5);
+    EXPECT_NEAR(beside.blue, beside.red, 0.05);
+
+    // A full Trash shows paper above its rim; an empty one shows the bar there.
+    const auto &empty = frame.tiles[2].drawn, &full = frame.tiles[3].drawn;
+    int differing = 0;
+    for (double dy = 0; dy < empty.height * 0.2; ++dy)
+        for (double dx = 0; dx < empty.width; ++dx) {
+            auto a = pixelAt(image, empty.minX() + dx, empty.minY() + dy);
+            auto b = pixelAt(image, full.minX() + dx, full.minY() + dy);
+            differing += std::abs(a.red - b.red) + std::abs(a.blue - b.blue) > 0.1;
+        }
+    EXPECT_GT(differing, 20);
+}
+
+TEST(BarRenderer, TheHoveredTileIsNamedAboveIt) {
+    auto scene = sceneOf(apps(5));
+    scene.theme = bare();
+    BarLayout layout(scene);
+    auto frame = layout.frame(lensAt(layout.centers()[2]));
+    auto named = rasterizeBar(scene, layout, frame, {});
+    scene.tiles[2].label.clear();
+    auto unnamed = rasterizeBar(scene, layout, frame, {});
+    const auto& tile = frame.tiles[2].drawn;
+    int labelInk = 0;
+    for (double y = 0; y < tile.minY() - 2; ++y)
+        for (double x = tile.minX(); x < tile.maxX(); ++x)
+            labelInk += pixelAt(named, x, y).alpha > 0.5 && pixelAt(unnamed, x, y).alpha == 0;
+    EXPECT_GT(labelInk, 100);
+    EXPECT_GE(topOfInk(unnamed, tile.midX()), static_cast<int>(tile.minY()));
+}
+
+TEST(BarLayout, TilesTakeTheirLengthAlongTheBar) {
+    DockAppearance dock;
+    auto metrics = dock.metrics();
+    EXPECT_EQ(tileLength({.kind = BarTile::Kind::app}, metrics), 48);
+    EXPECT_EQ(tileLength({.kind = BarTile::Kind::spacer, .spacer = SpacerVariant::small}, metrics), 24);
+    EXPECT_EQ(tileLength({.kind = BarTile::Kind::spacer, .spacer = SpacerVariant::flex}, metrics), 48);
+    EXPECT_EQ(tileLength({.kind = BarTile::Kind::separator}, metrics), 12);
+    // A widget three tiles wide covers the spacing between them too.
+    EXPECT_EQ(tileLength({.kind = BarTile::Kind::widget, .span = 3}, metrics), 3 * 48 + 2 * 3);
+
+    auto scene = sceneOf(apps(3));
+    BarLayout layout(scene);
+    EXPECT_EQ(layout.barLength(), 3 * 48 + 2 * 3 + 2 * 7);
+    EXPECT_DOUBLE_EQ(layout.centers()[1] - layout.centers()[0], 51);
+    // Centred in its view, and without the lens every tile rests.
+    EXPECT_DOUBLE_EQ(layout.centers()[1], layout.length() / 2);
+    for (const auto& tile : layout.frame(DockLens{}).tiles) EXPECT_EQ(tile.drawn, tile.resting);
+    EXPECT_EQ(BarLayout(sceneOf({})).barLength(), 48 + 2 * 7);
 }
