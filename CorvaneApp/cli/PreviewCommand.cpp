@@ -110,7 +110,7 @@ void addPreviewCommand(CLI::App& app, ToolContext& context) {
     auto* preview = app.add_subcommand("preview", "Draw the own Dock bar as a workspace would show it, into a PNG file");
     preview->add_option("--workspace", args->workspace, "The workspace to show (default: the active one)");
     preview->add_option("--theme", args->theme, "A theme id (default: native)");
-    preview->add_option("--pointer", args->pointer, "The pointer's place along the bar, in points from its start");
+    preview->add_option("--pointer", args->pointer, "The pointer's place along the bar, in points from the picture's left (top, on a side)");
     preview->add_option("--position", args->position, "bottom, left or right (default: bottom)");
     preview->add_option("--effect", args->effect, "What icons do under the pointer: none, scale or magnify");
     preview->add_option("--size", args->size, "Icon size in points, 16 to 128 (default: 48)");
