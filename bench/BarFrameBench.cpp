@@ -106,6 +106,31 @@ void BM_BarFrame60TilesLensMoving(benchmark::State& state) {
 }
 BENCHMARK(BM_BarFrame60TilesLensMoving)->Unit(benchmark::kMicrosecond);
 
+// The same arithmetic through the lens's own per-tile calls, which take the anchor again for
+// every tile, into a result list kept across frames.
+void BM_LensScaleAndDisplacement60Tiles(benchmark::State& state) {
+    auto scene = sixtyTiles();
+    BarLayout layout(scene);
+    const auto& centers = layout.centers();
+    std::vector<double> separators = {centers.front() - 30, centers[56], centers.back() + 30};
+    std::vector<std::pair<double, double>> result(centers.size());
+    DockLens lens;
+    Sweep sweep{centers.front(), centers.back(), centers.front()};
+    lens.follow(sweep.x);
+    long long before = allocationCount.load();
+    for (auto _ : state) {
+        lens.follow(sweep.next());
+        lens.step(1.0 / 120);
+        for (std::size_t i = 0; i < centers.size(); ++i)
+            result[i] = {lens.scale(centers[i], scene.metrics), lens.displacement(centers[i], separators, scene.metrics)};
+        benchmark::DoNotOptimize(result.data());
+        benchmark::ClobberMemory();
+    }
+    auto frames = static_cast<double>(state.iterations());
+    state.counters["allocations/frame"] = static_cast<double>(allocationCount.load() - before) / frames;
+}
+BENCHMARK(BM_LensScaleAndDisplacement60Tiles)->Unit(benchmark::kMicrosecond);
+
 // For scale: drawing one such frame with Cairo into a fresh image.
 void BM_BarDraw60Tiles(benchmark::State& state) {
     auto scene = sixtyTiles();
