@@ -5,6 +5,7 @@
 #include "CorvaneApp/cli/DockCommands.hpp"
 #include "CorvaneApp/cli/GitHubCommands.hpp"
 #include "CorvaneApp/cli/LooksCommands.hpp"
+#include "CorvaneApp/cli/PreviewCommand.hpp"
 #include "CorvaneApp/cli/TransferCommands.hpp"
 #include "CorvaneApp/cli/WeatherCommands.hpp"
 #include "CorvaneApp/cli/WidgetCommands.hpp"
@@ -33,6 +34,7 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     addWeatherCommands(app, context);
     addGitHubCommands(app, context);
     addLooksCommands(app, context);
+    addPreviewCommand(app, context);
 
     try {
         app.parse(argc, argv);

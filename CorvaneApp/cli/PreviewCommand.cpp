@@ -1,0 +1,156 @@
+#include "CorvaneApp/cli/PreviewCommand.hpp"
+
+#include "CorvaneApp/cli/ToolContext.hpp"
+#include "CorvaneApp/cli/WorkspaceArgument.hpp"
+#include "CorvaneApp/render/BarLayout.hpp"
+#include "CorvaneApp/render/BarRenderer.hpp"
+#include "CorvaneApp/render/WorkspaceBarScene.hpp"
+#include "CorvaneCore/bar/DockFit.hpp"
+#include "CorvaneCore/support/Text.hpp"
+#include "CorvaneStorage/storage/AtomicFile.hpp"
+#include "CorvaneStorage/storage/StoragePath.hpp"
+#include "CorvaneStorage/widgets/WidgetStore.hpp"
+#include "CorvaneStorage/workspace/ProfileStore.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <cmath>
+#include <memory>
+#include <ostream>
+
+namespace corvane {
+
+namespace {
+
+struct Arguments {
+    std::optional<std::string> workspace;
+    std::optional<std::string> theme;
+    std::optional<double> pointer;
+    std::optional<std::string> position;
+    std::optional<std::string> effect;
+    std::optional<double> size;
+    std::optional<double> width;
+    std::optional<std::string> iconPack;
+    double time = 0;
+    bool backdrop = false;
+    std::string output;
+};
+
+// Larger pictures are surely a slip of the keyboard, and would take memory for nothing.
+constexpr double largestWidth = 8192;
+
+std::string themeIDs() {
+    std::string list;
+    for (const auto* themes : {&DockTheme::all(), &DockTheme::seasonal()})
+        for (const auto& theme : *themes) list += (list.empty() ? "" : ", ") + theme.id;
+    return list;
+}
+
+bool isKnownTheme(const std::string& id) {
+    return DockTheme::named(id).id == id;
+}
+
+// Everything is checked before anything is read or drawn, so a bad option costs nothing.
+DockStyle styleFrom(const Arguments& args) {
+    DockStyle style;
+    if (args.theme) {
+        if (!isKnownTheme(*args.theme))
+            throw UsageError("unknown theme \"" + *args.theme + "\" (choose one of " + themeIDs() + ")");
+        style.themeID = *args.theme;
+    }
+    if (args.position) {
+        auto position = dockPositionFromRaw(text::lowercased(*args.position));
+        if (!position) throw UsageError("unknown position \"" + *args.position + "\" (choose bottom, left or right)");
+        style.position = *position;
+    }
+    if (args.effect) {
+        auto effect = hoverEffectFromRaw(text::lowercased(*args.effect));
+        if (!effect) throw UsageError("unknown effect \"" + *args.effect + "\" (choose none, scale or magnify)");
+        style.hoverEffect = *effect;
+    }
+    if (args.size) {
+        if (!std::isfinite(*args.size) || !DockStyle::iconSizeRange.contains(*args.size))
+            throw UsageError("--size must be between 16 and 128 points");
+        style.iconSize = *args.size;
+    }
+    return style;
+}
+
+void checkGeometry(const Arguments& args) {
+    if (args.width && (!std::isfinite(*args.width) || *args.width < 1 || *args.width > largestWidth))
+        throw UsageError("--width must be between 1 and " + std::to_string(static_cast<int>(largestWidth)) + " points");
+    if (args.pointer && !std::isfinite(*args.pointer)) throw UsageError("--pointer must be a number of points");
+    if (!std::isfinite(args.time)) throw UsageError("--time must be a number of seconds");
+    if (text::trimmed(args.output).empty()) throw UsageError("-o needs a file name");
+}
+
+// Shrinks the icons until the bar fits the given length, as the bar does on a narrow screen.
+// The bar is fitted with room left at both ends for it to grow into, so that the picture shows
+// a magnified bar whole. Spacing and padding round to whole points, so the bar is not quite
+// proportional to its icons and a second look may shrink them a little more.
+BarScene fitted(BarScene scene, const DockStyle& style, DockAppearance appearance, const Profile* active,
+                double width) {
+    double preferred = scene.metrics.iconSize;
+    for (int round = 0; round < 4; ++round) {
+        double current = scene.metrics.iconSize;
+        BarLayout layout(scene);
+        double available = std::max(width - 2 * layout.growthRoom(), 1.0);
+        double size = DockFit::iconSize(current, preferred, layout.barLength(), available);
+        if (size >= current) break;
+        appearance = appearance.fitted(size);
+        scene = makeBarScene(std::move(scene.tiles), style, appearance, active);
+    }
+    return scene;
+}
+
+} // namespace
+
+void addPreviewCommand(CLI::App& app, ToolContext& context) {
+    auto args = std::make_shared<Arguments>();
+    auto* preview = app.add_subcommand("preview", "Draw the own Dock bar as a workspace would show it, into a PNG file");
+    preview->add_option("--workspace", args->workspace, "The workspace to show (default: the active one)");
+    preview->add_option("--theme", args->theme, "A theme id (default: native)");
+    preview->add_option("--pointer", args->pointer, "The pointer's place along the bar, in points from the picture's left (top, on a side)");
+    preview->add_option("--position", args->position, "bottom, left or right (default: bottom)");
+    preview->add_option("--effect", args->effect, "What icons do under the pointer: none, scale or magnify");
+    preview->add_option("--size", args->size, "Icon size in points, 16 to 128 (default: 48)");
+    preview->add_option("--width", args->width, "The screen's length along the bar; icons shrink to fit it");
+    preview->add_option("--icon-pack", args->iconPack, "Draw the icons of this icon pack");
+    preview->add_option("--time", args->time, "The moment of the seasonal animations, in seconds");
+    preview->add_flag("--backdrop", args->backdrop, "Paint a desktop behind the bar");
+    preview->add_option("-o,--output", args->output, "The PNG file to write")->required();
+    preview->callback([&context, args] {
+        auto style = styleFrom(*args);
+        checkGeometry(*args);
+
+        auto directory = context.dataDirectory();
+        ProfileStore profiles(StoragePath::profilesFileURL(directory));
+        WidgetStore widgets(StoragePath::widgetsFileURL(directory));
+        const auto& file = profiles.file();
+        const Profile* active = file.activeProfileId ? profiles.profile(*file.activeProfileId) : nullptr;
+        const Profile* shown = args->workspace ? &resolveWorkspace(file.profiles, *args->workspace) : active;
+
+        auto appearance = style.applied(DockAppearance::systemDefault());
+        auto scene = makeBarScene(workspaceBarTiles(shown, widgets.file(), style), style, appearance, shown);
+        if (args->width) scene = fitted(std::move(scene), style, appearance, shown, *args->width);
+
+        BarLayout layout(scene, args->width);
+        DockLens lens;
+        if (args->pointer) {
+            lens.follow(*args->pointer);
+            // Long enough for both springs to come to rest.
+            for (int i = 0; i < 100 && !lens.isSettled(); ++i) lens.step(0.1);
+        }
+        auto image = rasterizeBar(scene, layout, layout.frame(lens), {.seconds = args->time, .backdrop = args->backdrop});
+        writeFileAtomically(args->output, encodePNG(image));
+
+        if (args->iconPack)
+            context.out << "Icon packs are not available yet; the bar shows the original icons.\n";
+        context.out << "Wrote " << args->output << " (" << image.width << "×" << image.height << ", theme \""
+                    << scene.theme.name << "\"";
+        if (shown) context.out << ", workspace \"" << shown->name << "\"";
+        context.out << ").\n";
+    });
+}
+
+} // namespace corvane

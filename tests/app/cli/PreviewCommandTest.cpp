@@ -1,0 +1,97 @@
+#include "fakes/RunProgram.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+
+using namespace corvane;
+
+namespace {
+
+struct Installation {
+    TemporaryDirectory data;
+    ProgramResult run(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {"--data-dir", data.path().string()});
+        return runProgram(CORVANE_TOOL, arguments, {"HOME=" + data.path().string()});
+    }
+};
+
+// Width and height from a PNG's header chunk; zero when the bytes are no PNG.
+std::pair<std::uint32_t, std::uint32_t> pngSize(const std::string& bytes) {
+    if (bytes.size() < 24 || bytes.compare(0, 8, "\x89PNG\r\n\x1a\n") != 0 || bytes.compare(12, 4, "IHDR") != 0)
+        return {0, 0};
+    auto word = [&](std::size_t at) {
+        std::uint32_t value = 0;
+        for (std::size_t i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
+        return value;
+    };
+    return {word(16), word(20)};
+}
+
+} // namespace
+
+TEST(PreviewCommand, DrawsTheNamedOrActiveWorkspaceIntoAPicture) {
+    Installation here;
+    here.run({"new", "Work"});
+    here.run({"new", "Play"});
+    here.run({"activate", "Play"});
+    auto file = here.data / "bar.png";
+
+    auto active = here.run({"preview", "--theme", "christmas", "-o", file.string()});
+    ASSERT_EQ(active.status, 0) << active.err;
+    EXPECT_EQ(active.out.find("Wrote " + file.string()), 0u) << active.out;
+    EXPECT_NE(active.out.find("theme \"Christmas\", workspace \"Play\""), std::string::npos) << active.out;
+    auto [width, height] = pngSize(readText(file));
+    EXPECT_GT(width, height);
+    // The window height of 48-point icons.
+    EXPECT_EQ(height, 133u);
+
+    auto side = here.run({"preview", "--workspace", "work", "--position", "left", "--width", "700", "--pointer",
+                          "120", "-o", file.string()});
+    ASSERT_EQ(side.status, 0) << side.err;
+    EXPECT_NE(side.out.find("workspace \"Work\""), std::string::npos);
+    EXPECT_EQ(pngSize(readText(file)), std::make_pair(133u, 700u));
+
+    // A short screen shrinks the icons, and so the window.
+    auto narrow = here.run({"preview", "--width", "150", "-o", file.string()});
+    ASSERT_EQ(narrow.status, 0) << narrow.err;
+    auto [narrowWidth, narrowHeight] = pngSize(readText(file));
+    EXPECT_EQ(narrowWidth, 150u);
+    EXPECT_LT(narrowHeight, 133u);
+
+    auto packed = here.run({"preview", "--icon-pack", "Mono", "--size", "64", "-o", file.string()});
+    ASSERT_EQ(packed.status, 0) << packed.err;
+    EXPECT_EQ(packed.out.find("Icon packs are not available yet"), 0u) << packed.out;
+    EXPECT_GT(pngSize(readText(file)).second, 133u);
+}
+
+TEST(PreviewCommand, BadOptionsWriteNothing) {
+    Installation here;
+    here.run({"new", "Work"});
+    auto file = here.data / "bar.png";
+    writeText(file, "an older picture");
+    struct Case {
+        std::vector<std::string> options;
+        int status;
+        std::string error;
+    };
+    std::vector<Case> cases = {
+        {{"--theme", "Christmas"}, 2, "unknown theme \"Christmas\" (choose one of native, liquid, midnight"},
+        {{"--position", "top"}, 2, "unknown position \"top\" (choose bottom, left or right)"},
+        {{"--size", "8"}, 2, "--size must be between 16 and 128 points"},
+        {{"--width", "0"}, 2, "--width must be between 1 and 8192 points"},
+        {{"--effect", "wobble"}, 2, "unknown effect \"wobble\" (choose none, scale or magnify)"},
+        {{"--pointer", "inf"}, 2, "--pointer must be a number of points"},
+        {{"--workspace", "Nope"}, 1, "no workspace matches \"Nope\""},
+    };
+    for (const auto& c : cases) {
+        auto arguments = c.options;
+        arguments.insert(arguments.begin(), "preview");
+        arguments.insert(arguments.end(), {"-o", file.string()});
+        auto result = here.run(arguments);
+        EXPECT_EQ(result.status, c.status) << c.error;
+        EXPECT_EQ(result.err.rfind("corvane: " + c.error, 0), 0u) << result.err;
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+        EXPECT_EQ(readText(file), "an older picture");
+    }
+}
