@@ -97,6 +97,12 @@ ClaudeUsageTotals totals(const std::vector<ClaudeUsageEntry>& entries, ClaudeUsa
     return totals;
 }
 
+std::optional<std::string_view> trouble(bool isAvailable, bool hasRead, ClaudeUsageShows shows, bool showsWindow) {
+    if (hasRead && !isAvailable) return notRunTile;
+    if (shows != ClaudeUsageShows::tokens && !showsWindow) return waitingTile;
+    return std::nullopt;
+}
+
 std::string shortText(std::int64_t n) {
     char buffer[32];
     if (n < 1'000) return std::to_string(n);

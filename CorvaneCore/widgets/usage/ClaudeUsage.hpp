@@ -80,6 +80,18 @@ Date start(ClaudeUsageScope scope, Date now, const Calendar& calendar);
 namespace ClaudeUsage {
 
 inline constexpr double blockSeconds = 18000;
+
+// What the tile and panel say when there is nothing to count or show.
+inline constexpr std::string_view notRunTile = "Claude Code has not run here";
+inline constexpr std::string_view notRunPanel = "Claude Code has not run on this Mac, so there is nothing to count.";
+inline constexpr std::string_view waitingTile = "Waiting for Claude Code";
+inline constexpr std::string_view busiestProjects = "Busiest projects";
+inline constexpr std::string_view connectedNote = "Claude Code is handing the numbers over";
+inline constexpr std::string_view localNote = "Read from Claude Code's own files on this Mac. Nothing is sent anywhere.";
+
+/// The tile's text when it has nothing to show: Claude Code never ran here, or the tile shows a
+/// plan limit and none is fresh. None when all is well.
+std::optional<std::string_view> trouble(bool isAvailable, bool hasRead, ClaudeUsageShows shows, bool showsWindow);
 /// The token budgets the settings offer, smallest first.
 inline constexpr std::array<std::int64_t, 5> budgetChoices = {5'000'000, 10'000'000, 25'000'000, 50'000'000,
                                                               100'000'000};
