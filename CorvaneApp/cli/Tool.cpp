@@ -2,6 +2,7 @@
 
 #include "CorvaneApp/cli/DockCommands.hpp"
 #include "CorvaneApp/cli/TransferCommands.hpp"
+#include "CorvaneApp/cli/UsageCommands.hpp"
 #include "CorvaneApp/cli/WorkspaceCommands.hpp"
 
 #include <CLI/CLI.hpp>
@@ -21,6 +22,7 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     addWorkspaceCommands(app, context);
     addDockCommands(app, context);
     addTransferCommands(app, context);
+    addUsageCommands(app, context);
 
     try {
         app.parse(argc, argv);

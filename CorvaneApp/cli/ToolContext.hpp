@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CorvaneCore/platform/Calendar.hpp"
 #include "CorvaneCore/platform/Clock.hpp"
 #include "CorvaneCore/platform/Log.hpp"
 #include "CorvaneCore/platform/Notifier.hpp"
@@ -41,6 +42,7 @@ struct ToolServices {
     /// The Dock preferences file given with `--dock-plist` (then nothing is restarted), or the
     /// system's Dock.
     std::function<DockAccess(const std::optional<std::filesystem::path>& dockPlist)> openDock;
+    const Calendar& calendar;
 };
 
 /// What every command receives: the services, the global options and where to print.

@@ -7,6 +7,7 @@
 #include "platform/posix/PlistFileBackend.hpp"
 #include "platform/posix/PosixProcessRunner.hpp"
 #include "platform/posix/StderrLog.hpp"
+#include "platform/posix/SystemCalendar.hpp"
 #include "platform/posix/SystemClock.hpp"
 #include "platform/posix/ThreadSleeper.hpp"
 
@@ -35,6 +36,7 @@ int main(int argc, char** argv) {
     ProcProcessTable processes;
 #endif
     SystemClock clock;
+    SystemCalendar calendar;
     PosixProcessRunner runner;
     ThreadSleeper sleeper;
 
@@ -60,6 +62,6 @@ int main(int argc, char** argv) {
         return access;
     };
 
-    ToolServices services{environment, notifier, log, clock, openDock};
+    ToolServices services{environment, notifier, log, clock, openDock, calendar};
     return runTool(argc, argv, services, std::cout, std::cerr);
 }

@@ -1,5 +1,7 @@
 #include "CorvaneCore/widgets/usage/ClaudeUsage.hpp"
 
+#include "CorvaneCore/support/JsonCoding.hpp"
+
 #include <algorithm>
 #include <cstdio>
 #include <map>
@@ -29,6 +31,21 @@ std::int64_t ClaudeUsageTotals::allTokens() const { return add(tokens, cacheRead
 std::optional<double> ClaudeUsageTotals::fraction(std::optional<std::int64_t> budget) const {
     if (!budget || *budget < 1) return std::nullopt;
     return std::min(1.0, static_cast<double>(tokens) / static_cast<double>(*budget));
+}
+
+Json encodeClaudeUsageTotals(const ClaudeUsageTotals& totals) {
+    Json projects = Json::array();
+    for (const auto& project : totals.projects) projects.push_back({{"name", project.name}, {"tokens", project.tokens}});
+    Json object = {{"tokens", totals.tokens},
+                   {"inputTokens", totals.inputTokens},
+                   {"outputTokens", totals.outputTokens},
+                   {"cacheCreationTokens", totals.cacheCreationTokens},
+                   {"cacheReadTokens", totals.cacheReadTokens},
+                   {"allTokens", totals.allTokens()},
+                   {"messages", totals.messages},
+                   {"projects", std::move(projects)}};
+    if (totals.lastActivity) object["lastActivity"] = totals.lastActivity->sinceReferenceDate;
+    return object;
 }
 
 std::string_view title(ClaudeUsageScope scope) {

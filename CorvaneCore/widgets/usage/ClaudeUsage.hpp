@@ -7,6 +7,8 @@
 #include "CorvaneCore/support/Date.hpp"
 #include "CorvaneCore/widgets/WidgetSettings.hpp"
 
+#include <nlohmann/json_fwd.hpp>
+
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -63,6 +65,9 @@ struct ClaudeUsageTotals {
 
     bool operator==(const ClaudeUsageTotals&) const = default;
 };
+
+/// The totals' fields under their own names, `allTokens` included; dates as seconds since 2001.
+nlohmann::json encodeClaudeUsageTotals(const ClaudeUsageTotals& totals);
 
 /// The three periods, in the order the panel lists them.
 inline constexpr std::array<ClaudeUsageScope, 3> allClaudeUsageScopes = {
