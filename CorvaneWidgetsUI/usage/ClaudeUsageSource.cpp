@@ -4,15 +4,14 @@
 
 #include <simdjson.h>
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <cstring>
-#include <limits>
-#include <unordered_set>
 
 namespace corvane {
 
@@ -61,6 +60,38 @@ bool readAt(int fd, char* into, std::size_t size, std::uint64_t offset) {
     return true;
 }
 
+/// The first "\"usage\"" in [begin, end), or null. Nearly all of a transcript's bytes pass
+/// through here, and a general substring search costs more than reading them: this tests 64
+/// bytes a round for an opening quote, a 'u' after it and a closing quote six on, which JSON
+/// rarely puts together (quotes alone are everywhere), and checks only rounds that have one.
+/// Vector extensions keep it portable (SSE2, NEON).
+const char* findUsageKey(const char* begin, const char* end) {
+    using Bytes = unsigned char __attribute__((vector_size(16)));
+    auto splat = [](char c) {
+        Bytes bytes;
+        std::memset(&bytes, c, sizeof bytes);
+        return bytes;
+    };
+    const Bytes quote = splat('"'), u = splat('u');
+    auto candidates = [&](const char* at) {
+        Bytes at0, at1, at6;
+        std::memcpy(&at0, at, sizeof at0);
+        std::memcpy(&at1, at + 1, sizeof at1);
+        std::memcpy(&at6, at + 6, sizeof at6);
+        return Bytes((at0 == quote) & (at1 == u) & (at6 == quote));
+    };
+    const char* p = begin;
+    for (; end - p >= 80; p += 64) {
+        const Bytes any = candidates(p) | candidates(p + 16) | candidates(p + 32) | candidates(p + 48);
+        std::uint64_t halves[2];
+        std::memcpy(halves, &any, sizeof halves);
+        if ((halves[0] | halves[1]) == 0) continue;
+        for (int i = 0; i < 64; ++i)
+            if (std::memcmp(p + i, usageKey.data(), usageKey.size()) == 0) return p + i;
+    }
+    return static_cast<const char*>(::memmem(p, static_cast<std::size_t>(end - p), usageKey.data(), usageKey.size()));
+}
+
 const char* lastLineFeed(const char* begin, const char* end) {
     while (end > begin)
         if (*--end == '\n') return end;
@@ -84,15 +115,16 @@ bool tokenField(simdjson::dom::object usage, std::string_view key, std::int64_t&
     return !element.get_int64().get(value);
 }
 
-Date modificationDate(const fs::directory_entry& file) {
-    std::error_code error;
-    auto time = file.last_write_time(error);
-    if (error) return Date{std::numeric_limits<double>::lowest()};
-    auto system = std::chrono::file_clock::to_sys(time);
-    return Date::fromUnixTime(std::chrono::duration<double>(system.time_since_epoch()).count());
+/// Calls `visit(folder's descriptor, name, type)` for each entry not starting with ".", so that
+/// callers look names up relative to the open folder instead of walking the path every time: a
+/// refresh stats every session of every project. An unreadable folder has no entries.
+template <typename Visit> void eachVisibleName(const std::string& folder, Visit visit) {
+    DIR* dir = ::opendir(folder.c_str());
+    if (!dir) return;
+    while (const dirent* entry = ::readdir(dir))
+        if (entry->d_name[0] != '.') visit(::dirfd(dir), entry->d_name, entry->d_type);
+    ::closedir(dir);
 }
-
-bool isHidden(const fs::path& path) { return path.filename().string().starts_with('.'); }
 
 } // namespace
 
@@ -149,8 +181,7 @@ struct ClaudeUsageSource::Reader {
         lines.clear();
         const char* lineStart = begin;
         while (lineStart < end) {
-            auto* hit = static_cast<const char*>(
-                ::memmem(lineStart, static_cast<std::size_t>(end - lineStart), usageKey.data(), usageKey.size()));
+            auto* hit = findUsageKey(lineStart, end);
             if (!hit) return;
             while (auto* feed = static_cast<const char*>(std::memchr(lineStart, '\n', static_cast<std::size_t>(hit - lineStart))))
                 lineStart = feed + 1;
@@ -268,39 +299,43 @@ std::optional<ClaudeUsageEntry> ClaudeUsageSource::entry(std::string_view line, 
 
 std::optional<ClaudeUsageSource::Cursor> ClaudeUsageSource::cursor(const fs::path& file) const {
     std::lock_guard lock(mutex_);
-    auto it = cursors_.find(file.string());
-    if (it == cursors_.end()) return std::nullopt;
-    return it->second;
+    auto it = tracked_.find(file.string());
+    if (it == tracked_.end()) return std::nullopt;
+    return it->second.cursor;
 }
 
 std::vector<ClaudeUsageEntry> ClaudeUsageSource::entries(Date since) {
     std::lock_guard lock(mutex_);
-    std::unordered_set<std::string> seen;
-    std::error_code error;
-    const auto options = fs::directory_options::skip_permission_denied;
-    for (fs::directory_iterator folders(root_, options, error), end; !error && folders != end; folders.increment(error)) {
-        std::error_code folderError;
-        if (isHidden(folders->path()) || !folders->is_directory(folderError)) continue;
-        const auto project = ClaudeUsage::projectName(folders->path().filename().string());
-        for (fs::directory_iterator files(folders->path(), options, folderError);
-             !folderError && files != end; files.increment(folderError)) {
-            const auto& file = *files;
-            std::error_code fileError;
-            if (isHidden(file.path()) || file.path().extension() != ".jsonl" || !file.is_regular_file(fileError))
-                continue;
-            auto path = file.path().string();
+    ++scan_;
+    auto root = root_.string();
+    if (root.size() > 1 && root.ends_with('/')) root.pop_back();
+    eachVisibleName(root, [&](int rootFd, const char* folderName, unsigned char type) {
+        struct stat info {};
+        if (type != DT_DIR && (::fstatat(rootFd, folderName, &info, 0) != 0 || !S_ISDIR(info.st_mode))) return;
+        const auto project = ClaudeUsage::projectName(folderName);
+        const auto folder = root + "/" + folderName;
+        eachVisibleName(folder, [&](int folderFd, const char* name, unsigned char) {
+            if (!std::string_view(name).ends_with(".jsonl")) return;
+            if (::fstatat(folderFd, name, &info, 0) != 0 || !S_ISREG(info.st_mode)) return;
+            auto path = folder + "/" + name;
+            auto tracked = tracked_.find(path);
             // Sessions untouched since the window began hold nothing for it; never open them.
-            if (modificationDate(file) >= since || cursors_.contains(path)) read(path, project, since);
-            seen.insert(std::move(path));
-        }
-    }
-    std::erase_if(cursors_, [&](const auto& cursor) { return !seen.contains(cursor.first); });
+            // Whole seconds are portable; counting the second the change fell in errs on reading.
+            if (tracked == tracked_.end() && Date::fromUnixTime(static_cast<double>(info.st_mtime) + 1) <= since) return;
+            read(path, project, since);
+            if (tracked == tracked_.end()) tracked = tracked_.find(path);
+            if (tracked != tracked_.end()) tracked->second.scan = scan_;
+        });
+    });
+    // Sessions deleted since the last scan.
+    std::erase_if(tracked_, [&](const auto& entry) { return entry.second.scan != scan_; });
 
     std::size_t count = 0;
-    for (const auto& [path, cursor] : cursors_) count += cursor.entries.size();
+    for (const auto& [path, tracked] : tracked_) count += tracked.cursor.entries.size();
     std::vector<ClaudeUsageEntry> result;
     result.reserve(count);
-    for (const auto& [path, cursor] : cursors_) result.insert(result.end(), cursor.entries.begin(), cursor.entries.end());
+    for (const auto& [path, tracked] : tracked_)
+        result.insert(result.end(), tracked.cursor.entries.begin(), tracked.cursor.entries.end());
     return result;
 }
 
@@ -310,8 +345,8 @@ void ClaudeUsageSource::read(const std::string& path, const std::optional<std::s
     const auto end = ::lseek(fd, 0, SEEK_END);
     if (end >= 0) {
         const auto size = static_cast<std::uint64_t>(end);
-        auto found = cursors_.find(path);
-        Cursor cursor = found != cursors_.end() ? std::move(found->second) : Cursor{};
+        auto found = tracked_.find(path);
+        Cursor cursor = found != tracked_.end() ? std::move(found->second.cursor) : Cursor{};
         bool ok = true;
         if (size < cursor.offset || cursor.offset == 0) {
             // A first read, or a file rewritten shorter than what was consumed: start again.
@@ -327,7 +362,7 @@ void ClaudeUsageSource::read(const std::string& path, const std::optional<std::s
         }
         std::erase_if(cursor.entries, [&](const auto& entry) { return entry.timestamp < since; });
         // A file that failed half-way keeps what it had; the next refresh tries again.
-        if (ok || found != cursors_.end()) cursors_[path] = std::move(cursor);
+        if (ok || found != tracked_.end()) tracked_[path].cursor = std::move(cursor);
         reader_->buffer.trim(4 * backwardChunkSize);
     }
     ::close(fd);

@@ -62,7 +62,13 @@ private:
 
     std::filesystem::path root_;
     mutable std::mutex mutex_;
-    std::unordered_map<std::string, Cursor> cursors_;
+    struct Tracked {
+        Cursor cursor;
+        /// The last scan that saw the file.
+        std::uint64_t scan = 0;
+    };
+    std::unordered_map<std::string, Tracked> tracked_;
+    std::uint64_t scan_ = 0;
     std::unique_ptr<Reader> reader_;
 };
 

@@ -82,6 +82,8 @@ ClaudeUsageTotals totals(const std::vector<ClaudeUsageEntry>& entries, ClaudeUsa
     const Date from = start(scope, now, calendar);
     std::vector<const ClaudeUsageEntry*> unique;
     std::unordered_map<std::string_view, std::size_t> byId;
+    byId.reserve(entries.size());
+    unique.reserve(entries.size());
     for (const auto& entry : entries) {
         if (entry.timestamp < from || entry.timestamp > now) continue;
         auto [it, inserted] = byId.try_emplace(entry.id, unique.size());

@@ -181,3 +181,20 @@ TEST(ClaudeUsageSource, OnlyRecentSessionsAreOpenedAndGoneOnesAreForgotten) {
     EXPECT_TRUE(missing.entries(june(0)).empty());
     EXPECT_EQ(ClaudeUsageSource::defaultRoot({{"HOME", "/Users/ann"}}), "/Users/ann/.claude/projects");
 }
+
+TEST(ClaudeUsageSource, FindsUsageAtEveryAlignmentAndNotInsideEscapedText) {
+    Transcripts t;
+    std::string text;
+    Ids wanted;
+    for (int pad = 0; pad < 130; ++pad) {
+        // Padding shifts each key to another place in the search's 64-byte rounds; the escaped
+        // mention inside the text must not count.
+        text += R"({"type":"user","message":{"content":"says \"usage\" )" + std::string(pad, 'u') + "\"}}\n";
+        text += assistantLine(std::to_string(pad), june(1), 1, 0);
+        wanted.push_back("req_" + std::to_string(pad));
+    }
+    t.session("p", "s.jsonl", text);
+    auto ids = t.ids(june(0));
+    std::sort(wanted.begin(), wanted.end());
+    EXPECT_EQ(ids, wanted);
+}
