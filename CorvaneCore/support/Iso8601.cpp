@@ -76,6 +76,11 @@ std::optional<Date> parseIso8601(std::string_view text) {
     using namespace std::chrono;
     if (auto moment = quickInternetDateTime(text))
         return Date::fromUnixTime(duration<double>(*moment).count());
+    // date.h negates an unset offset when a sign is followed by no digit: undefined behaviour on
+    // text any transcript line may hold. No valid time has such a sign.
+    for (std::size_t i = 10; i < text.size(); ++i)
+        if ((text[i] == '+' || text[i] == '-') && (i + 1 == text.size() || text[i + 1] < '0' || text[i + 1] > '9'))
+            return std::nullopt;
     for (const char* format : {"%FT%T%Ez", "%FT%TZ"}) {
         std::istringstream stream{std::string(text)};
         date::sys_time<microseconds> moment;

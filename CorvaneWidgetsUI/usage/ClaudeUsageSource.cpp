@@ -32,8 +32,6 @@ public:
         }
         return bytes_.get();
     }
-    char* data() { return bytes_.get(); }
-    std::size_t capacity() const { return capacity_; }
     /// After an unusually large read, so one big append does not stay resident.
     void trim(std::size_t keep) {
         if (capacity_ > keep) {
