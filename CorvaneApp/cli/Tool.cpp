@@ -7,6 +7,7 @@
 #include "CorvaneApp/cli/LooksCommands.hpp"
 #include "CorvaneApp/cli/PreviewCommand.hpp"
 #include "CorvaneApp/cli/TransferCommands.hpp"
+#include "CorvaneApp/cli/UsageCommands.hpp"
 #include "CorvaneApp/cli/WeatherCommands.hpp"
 #include "CorvaneApp/cli/WidgetCommands.hpp"
 #include "CorvaneApp/cli/WorkspaceCommands.hpp"
@@ -35,6 +36,7 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     addGitHubCommands(app, context);
     addLooksCommands(app, context);
     addPreviewCommand(app, context);
+    addUsageCommands(app, context);
 
     try {
         app.parse(argc, argv);

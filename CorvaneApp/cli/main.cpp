@@ -79,7 +79,6 @@ int main(int argc, char** argv) {
 #endif
     };
 
-    
     CurlHttpClient http;
     auto openDefaults = [](const std::filesystem::path& dataDir) -> std::unique_ptr<UserDefaults> {
 #ifdef __APPLE__

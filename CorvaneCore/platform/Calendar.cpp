@@ -1,5 +1,6 @@
 #include "CorvaneCore/platform/Calendar.hpp"
 
+#include <cmath>
 #include <cstdio>
 
 namespace corvane {
@@ -33,6 +34,20 @@ std::string CalendarDay::key() const {
     char buffer[32];
     std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d", year, month, day);
     return buffer;
+}
+
+Date Calendar::startOfDay(CalendarDay target) const {
+    // Every time zone lies within a day of UTC, so the boundary sits between these two whole
+    // seconds; day boundaries fall on whole seconds, so bisecting seconds finds it exactly.
+    const double utcMidnight = static_cast<double>(target.dayNumber()) * 86400;
+    double before = utcMidnight - 30 * 3600, after = utcMidnight + 30 * 3600;
+    while (day(Date::fromUnixTime(before)) >= target) before -= 86400;
+    while (day(Date::fromUnixTime(after)) < target) after += 86400;
+    while (after - before > 1) {
+        double middle = std::floor((before + after) / 2);
+        (day(Date::fromUnixTime(middle)) < target ? before : after) = middle;
+    }
+    return Date::fromUnixTime(after);
 }
 
 } // namespace corvane

@@ -33,6 +33,10 @@ public:
     virtual ~Calendar() = default;
     /// Any thread.
     virtual CalendarDay day(Date date) const = 0;
+    /// The first moment of `day`: usually midnight, later where a clock change skips midnight.
+    /// The default searches `day` for the boundary, so adapters need not know their time zone's
+    /// rules twice. Any thread.
+    virtual Date startOfDay(CalendarDay day) const;
 
     bool isSameDay(Date a, Date b) const { return day(a) == day(b); }
 };

@@ -15,3 +15,16 @@ TEST(Iso8601, WritesUtcWithMillisecondsAndReadsCommonForms) {
     for (auto bad : {"", "2023-11-14", "2023-11-14T22:13:20", "yesterday", "2023-11-14T22:13:20Zjunk"})
         EXPECT_FALSE(parseIso8601(bad)) << bad;
 }
+
+TEST(Iso8601, TranscriptTimestampsReadTheSameOnTheQuickPathAndTheGeneralOne) {
+    // A one-digit month takes the general path; both land on the same microsecond. Offsets, day
+    // ends and impossible days behave alike on both.
+    EXPECT_EQ(parseIso8601("2025-06-10T14:23:45.123456Z"), parseIso8601("2025-6-10T14:23:45.123456Z"));
+    EXPECT_EQ(parseIso8601("2025-06-10T14:23:45.5Z"), Date::fromUnixTime(1749565425.5));
+    EXPECT_EQ(parseIso8601("2025-06-10T00:30:00-02:30"), Date::fromUnixTime(1749524400));
+    EXPECT_EQ(parseIso8601("2024-02-29T23:59:59Z"), Date::fromUnixTime(1709251199));
+    EXPECT_EQ(parseIso8601("1969-12-31T23:59:59Z"), Date::fromUnixTime(-1));
+    for (auto bad : {"2023-02-29T00:00:00Z", "2023-13-01T00:00:00Z", "2023-11-14T24:00:00Z", "2023-11-14T22:13:20+0100",
+                     "2023-11-14 22:13:20Z", "2023-11-14T22:13:20-", "2023-11-14T22:13:20+:"})
+        EXPECT_FALSE(parseIso8601(bad)) << bad;
+}
