@@ -8,21 +8,6 @@
 
 namespace corvane {
 
-std::string_view rawValue(NativeDockMode mode) {
-    switch (mode) {
-    case NativeDockMode::unchanged: return "unchanged";
-    case NativeDockMode::autoHide: return "autoHide";
-    case NativeDockMode::hidden: return "hidden";
-    }
-    return "autoHide";
-}
-
-std::optional<NativeDockMode> nativeDockModeFromRaw(std::string_view raw) {
-    for (auto mode : {NativeDockMode::unchanged, NativeDockMode::autoHide, NativeDockMode::hidden})
-        if (rawValue(mode) == raw) return mode;
-    return std::nullopt;
-}
-
 namespace {
 
 template <typename> inline constexpr bool unhandled = false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CorvaneCore/bar/DockStyle.hpp"
+#include "CorvaneCore/dock/NativeDockPreferences.hpp"
 #include "CorvaneCore/platform/UserDefaults.hpp"
 #include "CorvaneCore/support/Date.hpp"
 #include "CorvaneCore/widgets/JSONValue.hpp"
@@ -14,12 +15,6 @@
 #include <vector>
 
 namespace corvane {
-
-/// What the application does with the macOS Dock while its own bar is in use.
-enum class NativeDockMode { unchanged, autoHide, hidden };
-
-std::string_view rawValue(NativeDockMode mode);
-std::optional<NativeDockMode> nativeDockModeFromRaw(std::string_view raw);
 
 /// Every user setting, each holding the value used when its key is absent.
 struct AppSettings {
