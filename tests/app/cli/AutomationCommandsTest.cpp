@@ -1,6 +1,6 @@
 // The automation commands end to end on a copy of the bundled sample Dock; nothing is restarted.
 
-#include "fakes/RunProgram.hpp"
+#include "app/cli/ToolFixtures.hpp"
 
 #include <gtest/gtest.h>
 
@@ -8,24 +8,9 @@ using namespace corvane;
 
 namespace {
 
-class AutomationTool : public ::testing::Test {
+class AutomationTool : public SampleDockTool {
 protected:
-    AutomationTool() {
-        std::filesystem::copy_file(std::filesystem::path(CORVANE_TEST_DATA) / "../../samples/com.apple.dock.plist",
-                                   dir / "dock.plist");
-    }
-    ProgramResult run(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(),
-                         {"--data-dir", (dir / "data").string(), "--dock-plist", (dir / "dock.plist").string()});
-        return runProgram(CORVANE_TOOL, arguments, {"HOME=" + dir.path().string()});
-    }
-    std::string ok(std::vector<std::string> arguments) {
-        auto result = run(arguments);
-        EXPECT_EQ(result.status, 0) << result.err;
-        return result.out;
-    }
     bool has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
-    TemporaryDirectory dir;
 };
 
 } // namespace

@@ -1,33 +1,12 @@
 // The Dock commands end to end on a copy of the bundled sample Dock; nothing is restarted.
 
-#include "fakes/RunProgram.hpp"
+#include "app/cli/ToolFixtures.hpp"
 
 #include <gtest/gtest.h>
 
 using namespace corvane;
 
-namespace {
-
-class DockTool : public ::testing::Test {
-protected:
-    DockTool() {
-        std::filesystem::copy_file(std::filesystem::path(CORVANE_TEST_DATA) / "../../samples/com.apple.dock.plist",
-                                   dir / "dock.plist");
-    }
-    ProgramResult run(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(),
-                         {"--data-dir", (dir / "data").string(), "--dock-plist", (dir / "dock.plist").string()});
-        return runProgram(CORVANE_TOOL, arguments, {"HOME=" + dir.path().string()});
-    }
-    std::string ok(std::vector<std::string> arguments) {
-        auto result = run(arguments);
-        EXPECT_EQ(result.status, 0) << result.err;
-        return result.out;
-    }
-    TemporaryDirectory dir;
-};
-
-} // namespace
+using DockTool = SampleDockTool;
 
 TEST_F(DockTool, SwitchDiffUndoAndBackupsRoundTrip) {
     auto original = readText(dir / "dock.plist");

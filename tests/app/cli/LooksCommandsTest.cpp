@@ -1,22 +1,10 @@
-#include "fakes/RunProgram.hpp"
+#include "app/cli/ToolFixtures.hpp"
 
 #include <nlohmann/json.hpp>
 
 #include <gtest/gtest.h>
 
 using namespace corvane;
-
-namespace {
-
-struct Installation {
-    TemporaryDirectory data;
-    ProgramResult run(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), {"--data-dir", data.path().string()});
-        return runProgram(CORVANE_TOOL, arguments, {"HOME=" + data.path().string()});
-    }
-};
-
-} // namespace
 
 TEST(LooksCommands, ThemesListEveryThemeWithTheSeasonalOnesLast) {
     Installation here;

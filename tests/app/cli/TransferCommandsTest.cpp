@@ -1,18 +1,8 @@
-#include "fakes/RunProgram.hpp"
+#include "app/cli/ToolFixtures.hpp"
 
 #include <gtest/gtest.h>
 
 using namespace corvane;
-
-namespace {
-struct Installation {
-    TemporaryDirectory data;
-    ProgramResult run(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), {"--data-dir", data.path().string()});
-        return runProgram(CORVANE_TOOL, arguments, {"HOME=" + data.path().string()});
-    }
-};
-} // namespace
 
 TEST(TransferCommands, ExportedWorkspacesImportElsewhereAndBesideThemselves) {
     Installation here, there;
