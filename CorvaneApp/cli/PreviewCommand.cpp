@@ -3,9 +3,14 @@
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneApp/cli/WorkspaceArgument.hpp"
 #include "CorvaneApp/render/BarLayout.hpp"
+#include "CorvaneApp/looks/IconOverrides.hpp"
+#include "CorvaneApp/preferences/AppPreferences.hpp"
+#include "CorvaneApp/render/BarIcons.hpp"
 #include "CorvaneApp/render/BarRenderer.hpp"
 #include "CorvaneApp/render/WorkspaceBarScene.hpp"
 #include "CorvaneCore/bar/DockFit.hpp"
+#include "CorvaneCore/bar/DownloadsTile.hpp"
+#include "CorvaneCore/bar/TrashFolders.hpp"
 #include "CorvaneCore/support/Text.hpp"
 #include "CorvaneStorage/storage/AtomicFile.hpp"
 #include "CorvaneStorage/storage/StoragePath.hpp"
@@ -13,6 +18,8 @@
 #include "CorvaneStorage/workspace/ProfileStore.hpp"
 
 #include <CLI/CLI.hpp>
+
+#include <unistd.h>
 
 #include <cmath>
 #include <memory>
@@ -50,9 +57,9 @@ bool isKnownTheme(const std::string& id) {
     return DockTheme::named(id).id == id;
 }
 
-// Everything is checked before anything is read or drawn, so a bad option costs nothing.
-DockStyle styleFrom(const Arguments& args) {
-    DockStyle style;
+// Options go over the stored style, and each is checked before anything is drawn, so a bad
+// option costs nothing.
+DockStyle styleFrom(const Arguments& args, DockStyle style) {
     if (args.theme) {
         if (!isKnownTheme(*args.theme))
             throw UsageError("unknown theme \"" + *args.theme + "\" (choose one of " + themeIDs() + ")");
@@ -74,6 +81,38 @@ DockStyle styleFrom(const Arguments& args) {
         style.iconSize = *args.size;
     }
     return style;
+}
+
+const IconPack* packFrom(const Arguments& args, const IconOverrides& overrides) {
+    if (!args.iconPack) return nullptr;
+    if (const auto* pack = overrides.pack(*args.iconPack)) return pack;
+    std::string installed;
+    for (const auto& pack : overrides.packs()) installed += (installed.empty() ? "" : ", ") + pack.id;
+    throw UsageError("unknown icon pack \"" + *args.iconPack + "\" (" +
+                     (installed.empty() ? std::string("no icon packs are installed") : "choose one of " + installed) +
+                     ")");
+}
+
+// The tiles of a workspace on a Mac where only the Finder runs: the picture cannot know which
+// applications will be running, and the Finder always is.
+std::vector<BarTile> tilesOf(const Profile* shown, const WidgetsFile& widgets, const DockStyle& style,
+                             const ToolContext& context, BarIconSource icons) {
+    const RunningApp finder{.pid = 1,
+                            .bundleIdentifier = WorkspaceDockLayout::finder().bundleIdentifier,
+                            .name = "Finder"};
+    WorkspaceDockLayout layout({.active = shown,
+                                .running = std::span(&finder, 1),
+                                .addsLauncher = style.showsLauncher,
+                                .slotOwners = slotOwners(widgets)});
+    const auto& environment = context.services.environment;
+    auto trash = TrashFolders::home(environment);
+    auto folders = context.services.volumes ? TrashFolders::all(trash, *context.services.volumes, ::getuid())
+                                            : std::vector<std::filesystem::path>{trash};
+    return workspaceBarTiles(layout, {.widgets = widgets,
+                                      .style = style,
+                                      .downloads = DownloadsTile::folder(environment).string(),
+                                      .trashIsFull = TrashFolders::isFull(folders),
+                                      .icons = std::move(icons)});
 }
 
 void checkGeometry(const Arguments& args) {
@@ -109,21 +148,24 @@ void addPreviewCommand(CLI::App& app, ToolContext& context) {
     auto args = std::make_shared<Arguments>();
     auto* preview = app.add_subcommand("preview", "Draw the own Dock bar as a workspace would show it, into a PNG file");
     preview->add_option("--workspace", args->workspace, "The workspace to show (default: the active one)");
-    preview->add_option("--theme", args->theme, "A theme id (default: native)");
+    preview->add_option("--theme", args->theme, "A theme id (default: the stored style's)");
     preview->add_option("--pointer", args->pointer, "The pointer's place along the bar, in points from the picture's left (top, on a side)");
-    preview->add_option("--position", args->position, "bottom, left or right (default: bottom)");
+    preview->add_option("--position", args->position, "bottom, left or right (default: the stored style's)");
     preview->add_option("--effect", args->effect, "What icons do under the pointer: none, scale or magnify");
-    preview->add_option("--size", args->size, "Icon size in points, 16 to 128 (default: 48)");
+    preview->add_option("--size", args->size, "Icon size in points, 16 to 128 (default: the stored style's, else 48)");
     preview->add_option("--width", args->width, "The screen's length along the bar; icons shrink to fit it");
-    preview->add_option("--icon-pack", args->iconPack, "Draw the icons of this icon pack");
+    preview->add_option("--icon-pack", args->iconPack, "Draw the icons of this installed pack instead of the chosen ones");
     preview->add_option("--time", args->time, "The moment of the seasonal animations, in seconds");
     preview->add_flag("--backdrop", args->backdrop, "Paint a desktop behind the bar");
     preview->add_option("-o,--output", args->output, "The PNG file to write")->required();
     preview->callback([&context, args] {
-        auto style = styleFrom(*args);
+        auto defaults = context.openDefaults();
+        auto style = styleFrom(*args, AppPreferences(*defaults).load().dockStyle);
         checkGeometry(*args);
 
         auto directory = context.dataDirectory();
+        IconOverrides overrides(directory);
+        const auto* pack = packFrom(*args, overrides);
         ProfileStore profiles(StoragePath::profilesFileURL(directory));
         WidgetStore widgets(StoragePath::widgetsFileURL(directory));
         const auto& file = profiles.file();
@@ -131,7 +173,8 @@ void addPreviewCommand(CLI::App& app, ToolContext& context) {
         const Profile* shown = args->workspace ? &resolveWorkspace(file.profiles, *args->workspace) : active;
 
         auto appearance = style.applied(DockAppearance::systemDefault());
-        auto scene = makeBarScene(workspaceBarTiles(shown, widgets.file(), style), style, appearance, shown);
+        auto tiles = tilesOf(shown, widgets.file(), style, context, barIcons(overrides, pack));
+        auto scene = makeBarScene(std::move(tiles), style, appearance, shown);
         if (args->width) scene = fitted(std::move(scene), style, appearance, shown, *args->width);
 
         BarLayout layout(scene, args->width);
@@ -144,10 +187,9 @@ void addPreviewCommand(CLI::App& app, ToolContext& context) {
         auto image = rasterizeBar(scene, layout, layout.frame(lens), {.seconds = args->time, .backdrop = args->backdrop});
         writeFileAtomically(args->output, encodePNG(image));
 
-        if (args->iconPack)
-            context.out << "Icon packs are not available yet; the bar shows the original icons.\n";
         context.out << "Wrote " << args->output << " (" << image.width << "×" << image.height << ", theme \""
                     << scene.theme.name << "\"";
+        if (pack) context.out << ", icon pack \"" << pack->name << "\"";
         if (shown) context.out << ", workspace \"" << shown->name << "\"";
         context.out << ").\n";
     });

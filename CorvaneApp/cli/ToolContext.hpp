@@ -5,6 +5,7 @@
 #include "CorvaneCore/platform/HttpClient.hpp"
 #include "CorvaneCore/platform/ProcessRunner.hpp"
 #include "CorvaneCore/platform/Log.hpp"
+#include "CorvaneCore/platform/MountedVolumes.hpp"
 #include "CorvaneCore/platform/Notifier.hpp"
 #include "CorvaneCore/platform/SecretStore.hpp"
 #include "CorvaneCore/platform/SystemFolders.hpp"
@@ -55,6 +56,9 @@ struct ToolServices {
     /// The application's settings, kept beside the data folder `dataDir` where the system has no
     /// preferences service.
     std::function<std::unique_ptr<UserDefaults>(const std::filesystem::path& dataDir)> openDefaults;
+    /// The mounted volumes, whose trash folders fill the Trash tile; none looks only at the home
+    /// trash.
+    const MountedVolumes* volumes = nullptr;
 };
 
 /// What every command receives: the services, the global options and where to print.

@@ -21,10 +21,12 @@
 #include "platform/macos/DistributedNotifier.hpp"
 #include "platform/macos/KeychainSecretStore.hpp"
 #include "platform/macos/LibprocProcessTable.hpp"
+#include "platform/macos/MacMountedVolumes.hpp"
 #include "platform/macos/OsLog.hpp"
 #else
 #include "platform/posix/FileSecretStore.hpp"
 #include "platform/posix/LocalTimeCalendar.hpp"
+#include "platform/posix/MountTableVolumes.hpp"
 #include "platform/posix/NullNotifier.hpp"
 #include "platform/posix/ProcProcessTable.hpp"
 #endif
@@ -37,11 +39,13 @@ int main(int argc, char** argv) {
     OsLog log;
     LibprocProcessTable processes;
     CFCalendarAdapter calendar;
+    MacMountedVolumes volumes;
 #else
     NullNotifier notifier;
     StderrLog log(environment.contains("CORVANE_LOG"));
     ProcProcessTable processes;
     LocalTimeCalendar calendar;
+    MountTableVolumes volumes;
 #endif
     SystemClock clock;
     PosixProcessRunner runner;
@@ -89,6 +93,8 @@ int main(int argc, char** argv) {
 #endif
     };
 
-    ToolServices services{environment, notifier, log, clock, openDock, openSecrets, calendar, http, runner, openDefaults};
+    ToolServices services{environment, notifier, log,    clock,        openDock,
+                          openSecrets, calendar, http,   runner,       openDefaults,
+                          &volumes};
     return runTool(argc, argv, services, std::cout, std::cerr);
 }

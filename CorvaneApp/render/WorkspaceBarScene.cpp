@@ -1,85 +1,120 @@
 #include "CorvaneApp/render/WorkspaceBarScene.hpp"
 
+#include "CorvaneCore/bar/DownloadsTile.hpp"
 #include "CorvaneCore/dock/DockURLString.hpp"
 #include "CorvaneCore/support/Text.hpp"
-#include "CorvaneCore/widgets/WidgetAddress.hpp"
+
+#include <iterator>
 
 namespace corvane {
 
 namespace {
 
-constexpr std::string_view finderBundleIdentifier = "com.apple.finder";
-
-std::string nameFromPath(std::string_view urlString) {
-    auto name = text::lastPathComponent(DockURLString::path(urlString));
+std::string bundleName(std::string_view path) {
+    auto name = text::lastPathComponent(path);
     if (name.size() > 4 && text::lowercased(name.substr(name.size() - 4)) == ".app") name.resize(name.size() - 4);
     return name;
 }
 
-BarTile appTile(const AppEntry& entry) {
-    BarTile tile;
-    tile.label = entry.displayName ? *entry.displayName : nameFromPath(entry.path);
-    return tile;
-}
+class TileMaker {
+public:
+    explicit TileMaker(const BarTileSources& sources) : sources_(sources) {}
 
-BarTile widgetTile(const WidgetAddress& address, const WidgetsFile& widgets) {
-    BarTile tile{.kind = BarTile::Kind::widget, .label = "Widget"};
-    if (const auto* widget = widgets.widget(address)) {
-        tile.label = widget->name.empty() ? std::string(widget->kind.name()) : widget->name;
-        tile.widgetKind = widget->kind.which();
-        tile.span = widget->span;
+    BarTile app(const DockTileModel& model, const DockTileModel::App& app) const {
+        BarTile tile{.isRunning = app.running.has_value()};
+        std::string path;
+        if (app.entry) {
+            path = DockURLString::path(app.entry->path);
+            tile.label = app.entry->displayName ? *app.entry->displayName : bundleName(path);
+        } else if (model.id == WorkspaceDockLayout::ownTileID) {
+            tile.label = sources_.ownName;
+        }
+        if (app.running) {
+            if (path.empty() && app.running->path) path = DockURLString::path(*app.running->path);
+            if (tile.label.empty()) tile.label = app.running->name;
+        }
+        if (!path.empty() && sources_.icons) tile.image = sources_.icons(path);
+        return tile;
     }
-    return tile;
-}
 
-bool isDownloadsFolder(const FileEntry& entry) {
-    return entry.isDirectory && text::lastPathComponent(DockURLString::path(entry.path)) == "Downloads";
-}
-
-BarTile otherTile(const DockItem& item) {
-    if (item.url()) return {.kind = BarTile::Kind::link, .label = item.displayName()};
-    const auto& entry = *item.file();
-    if (isDownloadsFolder(entry)) return {.kind = BarTile::Kind::downloads, .label = entry.resolvedName()};
-    if (!entry.isDirectory) return {.kind = BarTile::Kind::file, .label = nameFromPath(entry.path)};
-    BarTile tile{.kind = BarTile::Kind::folder, .label = entry.resolvedName()};
-    if (entry.badgeColorHex) {
-        tile.badgeColorHex = entry.badgeColorHex;
-        tile.badgeText = entry.badgeLetter();
+    BarTile widget(const DockTileModel::Widget& widget) const {
+        BarTile tile{.kind = BarTile::Kind::widget, .label = "Widget"};
+        if (const auto* record = sources_.widgets.widget(widget.address)) {
+            tile.label = record->name.empty() ? std::string(record->kind.name()) : record->name;
+            tile.widgetKind = record->kind.which();
+            tile.span = record->span;
+        }
+        return tile;
     }
-    return tile;
-}
+
+    // A stack shows its first member's card; the others open from it.
+    BarTile stack(const DockTileModel::Stack& stack) const {
+        for (const auto& member : stack.members)
+            if (const auto* front = member.widget()) return widget(*front);
+        return {.kind = BarTile::Kind::widget, .label = "Widget"};
+    }
+
+    std::optional<BarTile> document(const DockTileModel& model) const {
+        if (const auto* url = model.url()) return BarTile{.kind = BarTile::Kind::link, .label = DockItem(*url).displayName()};
+        const auto* entry = model.file();
+        if (!entry) return std::nullopt;
+        if (DownloadsTile::isDownloads(entry->path, sources_.downloads)) {
+            if (!sources_.style.showsDownloads) return std::nullopt;
+            return BarTile{.kind = BarTile::Kind::downloads, .label = entry->displayName.value_or("Downloads")};
+        }
+        if (!entry->isDirectory)
+            return BarTile{.kind = BarTile::Kind::file, .label = bundleName(DockURLString::path(entry->path))};
+        BarTile tile{.kind = BarTile::Kind::folder, .label = entry->resolvedName()};
+        if (entry->badgeColorHex) {
+            tile.badgeColorHex = entry->badgeColorHex;
+            tile.badgeText = entry->badgeLetter();
+        }
+        return tile;
+    }
+
+private:
+    const BarTileSources& sources_;
+};
 
 } // namespace
 
-std::vector<BarTile> workspaceBarTiles(const Profile* workspace, const WidgetsFile& widgets, const DockStyle& style) {
+std::vector<BarTile> workspaceBarTiles(const WorkspaceDockLayout& layout, const BarTileSources& sources) {
+    TileMaker make(sources);
     std::vector<BarTile> tiles;
-    tiles.push_back({.kind = BarTile::Kind::app, .label = "Finder", .isRunning = true});
-    std::vector<BarTile> right;
-    bool hasDownloads = false;
-    if (workspace) {
-        for (const auto& item : workspace->items) {
-            if (const auto* variant = item.spacer()) {
-                tiles.push_back({.kind = BarTile::Kind::spacer, .spacer = *variant});
-            } else if (const auto* entry = item.app()) {
-                if (auto address = WidgetAddress::fromBundleIdentifier(entry->bundleIdentifier))
-                    tiles.push_back(widgetTile(*address, widgets));
-                else if (entry->bundleIdentifier != finderBundleIdentifier)
-                    tiles.push_back(appTile(*entry));
-            }
-        }
-        for (const auto& item : workspace->others) {
-            if (!item.file() && !item.url()) continue;
-            right.push_back(otherTile(item));
-            hasDownloads = hasDownloads || right.back().kind == BarTile::Kind::downloads;
-        }
+    tiles.reserve(layout.apps.size() + layout.others.size() + 2);
+    for (std::size_t i = 0; i < layout.apps.size(); ++i) {
+        const auto& model = layout.apps[i];
+        // The own tile is the app's, not a running application the user could hide.
+        bool unpinned = i >= layout.runningStart && model.id != WorkspaceDockLayout::ownTileID;
+        if (unpinned && !sources.style.showsRunningApps) continue;
+        if (const auto* app = model.app())
+            tiles.push_back(make.app(model, *app));
+        else if (const auto* widget = model.widget())
+            tiles.push_back(make.widget(*widget));
+        else if (const auto* stack = model.stack())
+            tiles.push_back(make.stack(*stack));
+        else if (const auto* spacer = model.spacer())
+            tiles.push_back({.kind = BarTile::Kind::spacer, .spacer = *spacer});
     }
-    if (style.showsDownloads && !hasDownloads) right.push_back({.kind = BarTile::Kind::downloads, .label = "Downloads"});
-    if (style.showsTrash) right.push_back({.kind = BarTile::Kind::trash, .label = "Trash"});
+
+    std::vector<BarTile> right;
+    for (const auto& model : layout.others)
+        if (auto tile = make.document(model)) right.push_back(std::move(*tile));
+    if (sources.style.showsTrash)
+        right.push_back({.kind = BarTile::Kind::trash, .label = "Trash", .isFull = sources.trashIsFull});
     if (!right.empty()) {
         tiles.push_back({.kind = BarTile::Kind::separator});
-        tiles.insert(tiles.end(), right.begin(), right.end());
+        tiles.insert(tiles.end(), std::make_move_iterator(right.begin()), std::make_move_iterator(right.end()));
     }
     return tiles;
+}
+
+std::map<int, Uuid> slotOwners(const WidgetsFile& widgets) {
+    std::map<int, Uuid> owners;
+    // The first widget in file order holds a slot, as `WidgetsFile::widget` finds it.
+    for (const auto& widget : widgets.widgets)
+        if (widget.slot) owners.emplace(*widget.slot, widget.id);
+    return owners;
 }
 
 BarScene makeBarScene(std::vector<BarTile> tiles, const DockStyle& style, const DockAppearance& appearance,

@@ -2,18 +2,44 @@
 
 #include "CorvaneApp/render/BarScene.hpp"
 #include "CorvaneCore/bar/DockAppearance.hpp"
+#include "CorvaneCore/bar/WorkspaceDockLayout.hpp"
 #include "CorvaneCore/widgets/WidgetsFile.hpp"
 #include "CorvaneCore/workspace/Profile.hpp"
 
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
 #include <vector>
 
 namespace corvane {
 
-/// The tiles a workspace shows on the bar: the Finder, its applications, spacers and widgets,
-/// then behind a separator its files, folders and links, Downloads and the Trash as the style
-/// asks. Without a workspace only the fixed tiles show. Running applications are not known
-/// here, except the Finder, which always runs.
-std::vector<BarTile> workspaceBarTiles(const Profile* workspace, const WidgetsFile& widgets, const DockStyle& style);
+/// An application's picture by its bundle's file-system path; none draws the placeholder.
+using BarIconSource = std::function<std::shared_ptr<const BarImage>(const std::string& appPath)>;
+
+/// Everything the bar's tiles are drawn from besides the layout itself.
+struct BarTileSources {
+    /// The widgets that the layout's widget and stack tiles stand for.
+    const WidgetsFile& widgets;
+    /// Which fixed tiles show, and whether unpinned running applications do.
+    const DockStyle& style;
+    /// The user's Downloads folder: a documents item naming it is drawn as the Downloads tile.
+    std::string downloads;
+    /// Whether any of the user's trash folders holds something.
+    bool trashIsFull = false;
+    /// None draws every application as its placeholder.
+    BarIconSource icons;
+    /// The label of the app's own tile.
+    std::string ownName = "Corvane";
+};
+
+/// The tiles of a layout as the bar draws them: the application section, then behind a
+/// separator the documents (Downloads where the workspace keeps it) and the Trash, as the style
+/// asks. Pure apart from what `icons` does.
+std::vector<BarTile> workspaceBarTiles(const WorkspaceDockLayout& layout, const BarTileSources& sources);
+
+/// The widget that holds each slot, as the layout wants it.
+std::map<int, Uuid> slotOwners(const WidgetsFile& widgets);
 
 /// A scene of these tiles in the style's look at the bar's appearance (the style applied to the
 /// macOS Dock's, and fitted to the screen); the indicator takes the active workspace's colour

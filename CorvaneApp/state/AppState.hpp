@@ -40,8 +40,8 @@ struct AppServices {
     /// The user's languages, most preferred first ("AppleLanguages" of the standard user
     /// defaults, a list, which the settings store has no type for).
     std::function<std::vector<std::string>()> preferredLanguages = {};
-    /// A workspace's documents with the Downloads folder's tile added (once); unset while the
-    /// own bar's Downloads tile is not available.
+    /// A workspace's documents with the Downloads folder's tile added (once):
+    /// `downloadsTileAdding`. Unset leaves the first launch's Downloads tile for a later launch.
     std::function<std::vector<DockItem>(const std::vector<DockItem>&)> addingDownloadsTile = {};
     /// The placeholder helper application of a widget, by its Dock slot: `PlaceholderHelpers::path`
     /// of the data folder, the same paths the command-line tool writes, or the two would keep

@@ -59,10 +59,49 @@ TEST(PreviewCommand, DrawsTheNamedOrActiveWorkspaceIntoAPicture) {
     EXPECT_EQ(narrowWidth, 150u);
     EXPECT_LT(narrowHeight, 133u);
 
-    auto packed = here.run({"preview", "--icon-pack", "Mono", "--size", "64", "-o", file.string()});
-    ASSERT_EQ(packed.status, 0) << packed.err;
-    EXPECT_EQ(packed.out.find("Icon packs are not available yet"), 0u) << packed.out;
+    auto bigger = here.run({"preview", "--size", "64", "-o", file.string()});
+    ASSERT_EQ(bigger.status, 0) << bigger.err;
     EXPECT_GT(pngSize(readText(file)).second, 133u);
+}
+
+TEST(PreviewCommand, TheStoredStyleAndIconChoicesDrawUnlessTheOptionsSayOtherwise) {
+    Installation here;
+    here.run({"new", "Work"});
+    auto file = here.data / "bar.png";
+    auto stored = here.run({"prefs", "set", "dockStyle", R"({"themeID": "christmas", "position": "left"})"});
+    ASSERT_EQ(stored.status, 0) << stored.err;
+
+    auto styled = here.run({"preview", "-o", file.string()});
+    ASSERT_EQ(styled.status, 0) << styled.err;
+    EXPECT_NE(styled.out.find("theme \"Christmas\""), std::string::npos) << styled.out;
+    auto [sideWidth, sideHeight] = pngSize(readText(file));
+    EXPECT_LT(sideWidth, sideHeight);
+
+    auto plain = here.run({"preview", "--theme", "native", "--position", "bottom", "-o", file.string()});
+    ASSERT_EQ(plain.status, 0) << plain.err;
+    EXPECT_NE(plain.out.find("theme \"Native\""), std::string::npos) << plain.out;
+    auto original = readText(file);
+    EXPECT_GT(pngSize(original).first, pngSize(original).second);
+
+    // A pack with a Finder icon changes the picture when it is named, and only then.
+    auto icon = here.data / "finder.png";
+    writeText(icon, original);
+    writeText(here.data / "IconPacks/Mono/pack.json", R"({"name": "Monochrome"})");
+    std::filesystem::copy_file(icon, here.data / "IconPacks/Mono/Finder.png");
+    auto unchosen = here.run({"preview", "--theme", "native", "--position", "bottom", "-o", file.string()});
+    ASSERT_EQ(unchosen.status, 0) << unchosen.err;
+    EXPECT_EQ(readText(file), original);
+    auto packed = here.run({"preview", "--theme", "native", "--position", "bottom", "--icon-pack", "Mono", "-o",
+                            file.string()});
+    ASSERT_EQ(packed.status, 0) << packed.err;
+    EXPECT_NE(packed.out.find("icon pack \"Monochrome\")"), std::string::npos) << packed.out;
+    EXPECT_NE(readText(file), original);
+
+    // Something in the Trash shows in the picture.
+    writeText(here.data / ".Trash/old draft.txt", "gone");
+    auto trash = here.run({"preview", "--theme", "native", "--position", "bottom", "-o", file.string()});
+    ASSERT_EQ(trash.status, 0) << trash.err;
+    EXPECT_NE(readText(file), original);
 }
 
 TEST(PreviewCommand, BadOptionsWriteNothing) {
@@ -83,6 +122,7 @@ TEST(PreviewCommand, BadOptionsWriteNothing) {
         {{"--effect", "wobble"}, 2, "unknown effect \"wobble\" (choose none, scale or magnify)"},
         {{"--pointer", "inf"}, 2, "--pointer must be a number of points"},
         {{"--workspace", "Nope"}, 1, "no workspace matches \"Nope\""},
+        {{"--icon-pack", "Mono"}, 2, "unknown icon pack \"Mono\" (no icon packs are installed)"},
     };
     for (const auto& c : cases) {
         auto arguments = c.options;

@@ -1,7 +1,17 @@
+#include "CorvaneApp/looks/IconOverrides.hpp"
+#include "CorvaneApp/render/BarIcons.hpp"
+#include "CorvaneApp/render/BarLayout.hpp"
+#include "CorvaneApp/render/BarRenderer.hpp"
 #include "CorvaneApp/render/WorkspaceBarScene.hpp"
+#include "CorvaneCore/bar/TrashFolders.hpp"
 #include "CorvaneCore/widgets/DockSlot.hpp"
+#include "fakes/FakeMountedVolumes.hpp"
+#include "fakes/TemporaryDirectory.hpp"
 
+#include <cairo.h>
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 using namespace corvane;
 
@@ -15,14 +25,52 @@ std::vector<Kind> kindsOf(const std::vector<BarTile>& tiles) {
     return kinds;
 }
 
+const std::string downloads = "/Users/sam/Downloads";
+
+// A PNG of one opaque colour, as an icon pack holds them.
+void writeSquarePNG(const std::filesystem::path& file, double red, double green, double blue) {
+    std::filesystem::create_directories(file.parent_path());
+    auto* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 16, 16);
+    auto* cr = cairo_create(surface);
+    cairo_set_source_rgb(cr, red, green, blue);
+    cairo_paint(cr);
+    cairo_destroy(cr);
+    cairo_surface_write_to_png(surface, file.c_str());
+    cairo_surface_destroy(surface);
+}
+
+// Red, green and blue of a pixel, with the alpha taken back out.
+std::array<double, 3> colorAt(const BarImage& image, const Rect& tile) {
+    auto x = static_cast<int>(std::floor(tile.midX())), y = static_cast<int>(std::floor(tile.midY()));
+    std::uint32_t value = image.pixels[static_cast<std::size_t>(y) * image.width + x];
+    double a = ((value >> 24) & 0xff) / 255.0;
+    if (a == 0) return {0, 0, 0};
+    return {((value >> 16) & 0xff) / 255.0 / a, ((value >> 8) & 0xff) / 255.0 / a, (value & 0xff) / 255.0 / a};
+}
+
+struct Drawing {
+    BarFrame frame;
+    BarImage image;
+};
+
+Drawing draw(std::vector<BarTile> tiles) {
+    DockStyle style;
+    style.themeID = "floating";
+    auto scene = makeBarScene(std::move(tiles), style, style.applied(DockAppearance{}), nullptr);
+    BarLayout layout(scene);
+    auto frame = layout.frame(DockLens{});
+    return {frame, rasterizeBar(scene, layout, frame, {})};
+}
+
 } // namespace
 
-TEST(WorkspaceBarScene, AWorkspaceShowsItsItemsBetweenTheFinderAndTheTrash) {
-    auto weather = Uuid::generate();
+TEST(WorkspaceBarScene, TheLayoutsTilesAreDrawnWithTheirRunningStateAndDocumentsBehindASeparator) {
+    auto weather = Uuid::generate(), tea = Uuid::generate(), clock = Uuid::generate();
     WidgetsFile widgets;
     widgets.widgets.push_back(
         DockWidget(weather, "Outside", std::nullopt, DockWidgetKind::defaults(WidgetKind::weather), 2));
-    widgets.widgets.push_back(DockWidget(Uuid::generate(), "Tea", 4, DockWidgetKind::defaults(WidgetKind::timer)));
+    widgets.widgets.push_back(DockWidget(tea, "Tea", 4, DockWidgetKind::defaults(WidgetKind::timer)));
+    widgets.widgets.push_back(DockWidget(clock, "Clock", std::nullopt, DockWidgetKind::defaults(WidgetKind::clock)));
 
     Profile work;
     work.items = {AppEntry{"file:///System/Library/CoreServices/Finder.app/", "com.apple.finder"},
@@ -30,42 +78,70 @@ TEST(WorkspaceBarScene, AWorkspaceShowsItsItemsBetweenTheFinderAndTheTrash) {
                   SpacerVariant::small,
                   AppEntry{"/Applications/Corvane.app", DockSlot::widgetBundleIdentifier(weather)},
                   AppEntry{"/Applications/Corvane.app", DockSlot::bundleIdentifier(4)},
-                  AppEntry{"/Applications/Corvane.app", DockSlot::bundleIdentifier(9)},
-                  FileEntry{"/Users/sam/notes.txt"}};
+                  AppEntry{"/Applications/Corvane.app", DockSlot::widgetBundleIdentifier(clock)},
+                  AppEntry{"/Applications/Mail.app", "com.apple.mail"}};
+    work.stacks = {WidgetStack{Uuid::generate(), {tea, clock}}};
     work.others = {FileEntry{"file:///Users/sam/Downloads/", std::nullopt, true},
                    FileEntry{"/Users/sam/Projects", "Projects", true, std::nullopt, "#22C55E"},
                    FileEntry{"/Users/sam/Report.pdf"}, URLEntry{"https://example.com", "Example"}};
+    std::vector<RunningApp> running = {
+        {.pid = 10, .bundleIdentifier = "com.apple.finder", .name = "Finder"},
+        {.pid = 11, .bundleIdentifier = "com.apple.mail", .name = "Mail"},
+        {.pid = 12, .bundleIdentifier = "com.apple.Notes", .path = "/System/Applications/Notes.app", .name = "Notes"}};
+    WorkspaceDockLayout layout({.active = &work, .running = running, .slotOwners = slotOwners(widgets)});
 
-    auto tiles = workspaceBarTiles(&work, widgets, DockStyle{});
-    EXPECT_EQ(kindsOf(tiles), (std::vector<Kind>{Kind::app, Kind::app, Kind::spacer, Kind::widget, Kind::widget,
-                                                 Kind::widget, Kind::separator, Kind::downloads, Kind::folder,
+    std::vector<std::string> asked;
+    auto icon = std::make_shared<const BarImage>(BarImage{1, 1, {0xff00ff00U}});
+    DockStyle style;
+    BarTileSources sources{.widgets = widgets,
+                           .style = style,
+                           .downloads = downloads,
+                           .trashIsFull = true,
+                           .icons = [&](const std::string& path) {
+                               asked.push_back(path);
+                               return path.ends_with("Mail.app") ? icon : nullptr;
+                           }};
+    auto tiles = workspaceBarTiles(layout, sources);
+    ASSERT_EQ(kindsOf(tiles), (std::vector<Kind>{Kind::app, Kind::app, Kind::spacer, Kind::widget, Kind::widget,
+                                                 Kind::app, Kind::separator, Kind::downloads, Kind::folder,
                                                  Kind::file, Kind::link, Kind::trash}));
-    // The Finder comes first, once, and is the one application known to run.
     EXPECT_EQ(tiles[0].label, "Finder");
     EXPECT_TRUE(tiles[0].isRunning);
     EXPECT_EQ(tiles[1].label, "Visual Studio Code");
     EXPECT_FALSE(tiles[1].isRunning);
     EXPECT_EQ(tiles[2].spacer, SpacerVariant::small);
-    // Widgets by id and by slot; a slot nobody holds still keeps its place.
-    EXPECT_EQ(tiles[3].widgetKind, WidgetKind::weather);
-    EXPECT_EQ(tiles[3].span, 2);
     EXPECT_EQ(tiles[3].label, "Outside");
+    EXPECT_EQ(tiles[3].span, 2);
+    // The slot's timer and the clock stand as one stack, where the first placeholder was.
     EXPECT_EQ(tiles[4].widgetKind, WidgetKind::timer);
-    EXPECT_FALSE(tiles[5].widgetKind);
+    EXPECT_EQ(tiles[5].label, "Mail");
+    EXPECT_TRUE(tiles[5].isRunning);
+    EXPECT_EQ(tiles[5].image, icon);
+    EXPECT_FALSE(tiles[1].image);
+    // Notes runs without belonging to the workspace, so it is not shown while one is active.
+    EXPECT_EQ(asked, (std::vector<std::string>{"/System/Library/CoreServices/Finder.app",
+                                               "/Applications/Visual Studio Code.app", "/Applications/Mail.app"}));
+    // Downloads stays where the workspace keeps it, even written as a URL with a slash.
+    EXPECT_EQ(tiles[7].label, "Downloads");
     EXPECT_EQ(tiles[8].badgeColorHex, "#22C55E");
     EXPECT_EQ(tiles[8].badgeText, "P");
     EXPECT_EQ(tiles[9].label, "Report.pdf");
     EXPECT_EQ(tiles[10].label, "Example");
+    EXPECT_TRUE(tiles[11].isFull);
 
-    // The style decides on Downloads and the Trash; with neither and no documents there is no
-    // separator either.
-    DockStyle plain;
-    plain.showsTrash = false;
-    plain.showsDownloads = false;
-    work.others.clear();
-    EXPECT_EQ(kindsOf(workspaceBarTiles(&work, widgets, plain)).back(), Kind::widget);
-    EXPECT_EQ(kindsOf(workspaceBarTiles(nullptr, widgets, DockStyle{})),
-              (std::vector<Kind>{Kind::app, Kind::separator, Kind::downloads, Kind::trash}));
+    // Without a workspace every running application shows, unless the style hides them.
+    WorkspaceDockLayout bare({.running = running});
+    EXPECT_EQ(kindsOf(workspaceBarTiles(bare, sources)),
+              (std::vector<Kind>{Kind::app, Kind::app, Kind::app, Kind::separator, Kind::trash}));
+    style.showsRunningApps = false;
+    style.showsTrash = false;
+    EXPECT_EQ(kindsOf(workspaceBarTiles(bare, sources)), (std::vector<Kind>{Kind::app}));
+
+    // The style hides Downloads where the workspace holds it; it is never made up.
+    style.showsDownloads = false;
+    auto hidden = workspaceBarTiles(layout, sources);
+    EXPECT_EQ(std::count(hidden.begin(), hidden.end(), BarTile{.kind = Kind::separator}), 1);
+    EXPECT_EQ(kindsOf(hidden)[7], Kind::folder);
 }
 
 TEST(WorkspaceBarScene, TheIndicatorFollowsTheWorkspaceUnlessTheStyleHasItsOwn) {
@@ -82,4 +158,72 @@ TEST(WorkspaceBarScene, TheIndicatorFollowsTheWorkspaceUnlessTheStyleHasItsOwn) 
     scene = makeBarScene({}, style, style.applied(DockAppearance{}), &work);
     EXPECT_EQ(scene.indicatorHex, "#00E5FF");
     EXPECT_EQ(scene.metrics.iconSize, 64);
+}
+
+TEST(WorkspaceBarScene, AnIconPacksImageIsDrawnForTheAppItMatches) {
+    TemporaryDirectory data;
+    writeSquarePNG(data / "IconPacks/Mono/Safari.png", 1, 0, 0);
+    writeSquarePNG(data / "IconPacks/Flat/com.apple.Safari.png", 0, 0, 1);
+    IconOverrides overrides(data.path());
+    overrides.useForAllApps("Mono");
+
+    // A bundle on disk, so that its identifier is read as on a Mac.
+    auto safariApp = data / "Applications/Safari.app";
+    writeText(safariApp / "Contents/Info.plist",
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>"
+              "<key>CFBundleIdentifier</key><string>com.apple.Safari</string></dict></plist>\n");
+    Profile work;
+    work.items = {AppEntry{safariApp.string(), "com.apple.Safari"},
+                  AppEntry{"file:///Applications/Notes.app/", "com.apple.Notes"}};
+    WorkspaceDockLayout layout({.active = &work});
+    WidgetsFile widgets;
+    DockStyle style;
+    style.showsTrash = false;
+    auto drawn = [&](BarIconSource icons) {
+        return draw(workspaceBarTiles(layout, {.widgets = widgets, .style = style, .icons = std::move(icons)}));
+    };
+
+    auto chosen = drawn(barIcons(overrides));
+    auto safari = colorAt(chosen.image, chosen.frame.tiles[1].drawn);
+    EXPECT_NEAR(safari[0], 1, 0.02);
+    EXPECT_NEAR(safari[1] + safari[2], 0, 0.02);
+    // The pack has nothing for Notes: its placeholder is drawn, in no colour of the pack.
+    auto notes = colorAt(chosen.image, chosen.frame.tiles[2].drawn);
+    EXPECT_LT(notes[0] - notes[2], 0.5);
+
+    // A pack named for the picture stands in for the user's choice.
+    auto previewed = drawn(barIcons(overrides, overrides.pack("Flat")));
+    auto blue = colorAt(previewed.image, previewed.frame.tiles[1].drawn);
+    EXPECT_NEAR(blue[2], 1, 0.02);
+    EXPECT_NEAR(blue[0], 0, 0.02);
+}
+
+TEST(WorkspaceBarScene, ATrashWithSomethingOnAnyVolumeIsDrawnFull) {
+    TemporaryDirectory home, volume;
+    std::filesystem::create_directories(home / ".Trash");
+    FakeMountedVolumes volumes;
+    volumes.mounted = {{volume.path(), false}};
+    auto folders = TrashFolders::all(home / ".Trash", volumes, 501);
+    WorkspaceDockLayout layout;
+    WidgetsFile widgets;
+    DockStyle style;
+    auto trashTiles = [&] {
+        return workspaceBarTiles(layout, {.widgets = widgets, .style = style, .trashIsFull = TrashFolders::isFull(folders)});
+    };
+
+    auto empty = draw(trashTiles());
+    writeText(volume / ".Trashes/501/old draft.txt", "gone");
+    auto full = draw(trashTiles());
+    ASSERT_TRUE(full.image.width == empty.image.width && full.image.height == empty.image.height);
+    EXPECT_TRUE(trashTiles().back().isFull);
+
+    // Paper shows above a full Trash's rim, where an empty one shows the bar.
+    const auto& tile = full.frame.tiles.back().drawn;
+    int differing = 0;
+    for (int y = static_cast<int>(tile.minY()); y < static_cast<int>(tile.minY() + tile.height * 0.2); ++y)
+        for (int x = static_cast<int>(tile.minX()); x < static_cast<int>(tile.maxX()); ++x) {
+            auto at = static_cast<std::size_t>(y) * full.image.width + x;
+            differing += full.image.pixels[at] != empty.image.pixels[at];
+        }
+    EXPECT_GT(differing, 20);
 }

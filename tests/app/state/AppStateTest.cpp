@@ -1,6 +1,7 @@
 // The application state over fakes: start-up, the one switch road, hotkeys, desktops, Focus and
 // the delayed launch requests, all on a manual clock.
 
+#include "CorvaneApp/render/DownloadsTileAdding.hpp"
 #include "CorvaneApp/state/AppState.hpp"
 #include "CorvaneCore/dock/DockPlistWriter.hpp"
 #include "CorvaneCore/dock/NoOpDockReloader.hpp"
@@ -125,6 +126,33 @@ TEST_F(Launch, AFileHoldingNoWorkspacesAndAnEmptyDockAreBothRespected) {
     EXPECT_TRUE(start().profiles().empty());
     EXPECT_TRUE(log.contains("seed: skip (current dock is empty)"));
     EXPECT_FALSE(std::filesystem::exists(data / "profiles.json"));
+}
+
+TEST_F(Launch, TheFirstLaunchWithTheOwnDockGivesTheActiveWorkspaceItsDownloadsTileOnce) {
+    services.addingDownloadsTile = downloadsTileAdding({{"HOME", "/Users/me"}});
+    auto work = workspace("Work"), play = workspace("Play");
+    work.others = {FileEntry{"/Users/me/Projects", std::nullopt, true}};
+    // Written as the Dock writes it: the same folder, so no second tile.
+    play.others = {FileEntry{"file:///Users/me/Downloads/", std::nullopt, true}};
+    fileHolds({work, play}, work.id);
+
+    auto& first = start();
+    EXPECT_TRUE(first.settings().downloadsTileMigrated);
+    EXPECT_EQ(first.profiles()[0].others,
+              (std::vector<DockItem>{FileEntry{"/Users/me/Projects", std::nullopt, true},
+                                     FileEntry{"/Users/me/Downloads", std::nullopt, true}}));
+    EXPECT_EQ(first.profiles()[1].others, play.others) << "only the active workspace gets one";
+
+    // The user took it away again; later launches respect that.
+    auto edited = first.profiles()[0];
+    edited.others.pop_back();
+    first.updateProfile(edited);
+    EXPECT_EQ(start().profiles()[0].others.size(), 1u);
+
+    // A workspace that holds Downloads already keeps its one tile.
+    preferences.resetSettings();
+    fileHolds({play}, play.id);
+    EXPECT_EQ(start().profiles()[0].others, play.others);
 }
 
 TEST_F(Launch, AnUnreadableWorkspacesFileGivesTheDegradedStateWhereNothingSurvives) {
