@@ -29,6 +29,7 @@ WidgetStore::WidgetStore(std::filesystem::path url, std::optional<std::filesyste
         throw DataFileError(DataFileError::Operation::decode, *legacyCollectionsURL, error.what());
     }
     // Another process may have migrated meanwhile; its file wins.
+    auto lock = lockForChange();
     if (readFileIfExists(this->url())) {
         reload();
         return;
@@ -52,6 +53,7 @@ DockWidget WidgetStore::create(DockWidget widget) {
 }
 
 std::optional<int> WidgetStore::claimSlot(const Uuid& id) {
+    auto lock = lockForChange();
     reload();
     auto* widget = file().widget(WidgetAddress::id(id));
     if (!widget) throw WidgetNotFoundError(id);
