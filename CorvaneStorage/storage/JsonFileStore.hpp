@@ -17,6 +17,8 @@ namespace corvane {
 /// re-reads the file first, so that what another process saved meanwhile is not lost, then
 /// writes the whole file atomically and posts the store's notification. A change holds the data
 /// file's lock from the re-read to the write, so two processes never interleave their changes.
+/// Changes take ids and records by value: a caller may well pass the store's own, which the
+/// re-read replaces before the change uses them.
 ///
 /// `Codec` provides `static Value empty()`, `static Value decode(std::string_view)` (throwing
 /// `DecodingError`) and `static std::string encode(const Value&)`.

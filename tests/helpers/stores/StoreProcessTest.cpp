@@ -188,7 +188,7 @@ TEST(StoreProcesses, AWriterKilledAtAnyMomentLeavesReadableFilesAndOnlyTemporari
 
 TEST(StoreProcesses, TwoWritersChangingTheWidgetsFileAtOnceLoseNothing) {
     TemporaryDirectory dir(scratchFolder());
-    constexpr int rounds = 150;
+    constexpr int rounds = 100;
     Writer first({"widgets", dir.path().string(), "A", std::to_string(rounds)});
     Writer second({"widgets", dir.path().string(), "B", std::to_string(rounds)});
     ASSERT_EQ(first.wait(), 0);
