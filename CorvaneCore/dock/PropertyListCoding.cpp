@@ -2,6 +2,7 @@
 
 #include <plist/plist.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -32,13 +33,25 @@ template <typename T> using Malloced = std::unique_ptr<T, MallocDeleter>;
 Date dateValue(plist_t node) {
     int32_t seconds = 0, microseconds = 0;
     plist_get_date_val(node, &seconds, &microseconds);
+    // A date beyond the 32-bit seconds comes out of the library as garbage, the fraction too; the
+    // whole seconds alone at least write back as they were read.
+    if (microseconds <= -1000000 || microseconds >= 1000000) microseconds = 0;
     return Date{seconds + microseconds / 1e6};
 }
 
+// These calls carry whole seconds in 32 bits, about 68 years either side of 2001; a date beyond
+// is pinned to the nearest one they can carry rather than wrapped around. The split truncates
+// toward zero, as the library's own does, so that a date read from it is written back unchanged.
 plist_t newDate(Date date) {
-    double whole = std::floor(date.sinceReferenceDate);
-    return plist_new_date(static_cast<int32_t>(whole),
-                          static_cast<int32_t>(std::lround((date.sinceReferenceDate - whole) * 1e6)));
+    constexpr double earliest = std::numeric_limits<int32_t>::min(), latest = std::numeric_limits<int32_t>::max();
+    const double seconds = std::isnan(date.sinceReferenceDate) ? 0 : date.sinceReferenceDate;
+    double whole = std::trunc(seconds);
+    long microseconds = std::lround((seconds - whole) * 1e6);
+    if (whole < earliest || whole > latest) {
+        whole = std::clamp(whole, earliest, latest);
+        microseconds = 0;
+    }
+    return plist_new_date(static_cast<int32_t>(whole), static_cast<int32_t>(std::clamp(microseconds, -999999L, 999999L)));
 }
 #pragma GCC diagnostic pop
 

@@ -43,6 +43,16 @@ TEST(PropertyListCoding, AnythingElseIsNoPropertyList) {
     EXPECT_FALSE(parsePropertyList(std::string_view("<plist><dict><key>a</key></plist>")));
 }
 
+TEST(PropertyListCoding, DatesBeyondWhatTheLibraryCarriesArePinnedToItsRange) {
+    auto written = [](double seconds) {
+        auto value = parsePropertyList(*binaryPropertyList(PlistDictionary{{"d", Date{seconds}}}));
+        return std::get<Date>(value->dictionary()->at("d").storage).sinceReferenceDate;
+    };
+    EXPECT_EQ(written(1e12), 2147483647.0);
+    EXPECT_EQ(written(-1e12), -2147483648.0);
+    EXPECT_EQ(written(751234567.25), 751234567.25);
+}
+
 // The library aborts the process on a string holding NUL, and passes on whatever bytes a file
 // holds; what comes out must be real text that survives being written again.
 TEST(PropertyListCoding, TextIsReadAsValidUtf8WithoutNulAndNeverAbortsTheProcess) {
