@@ -2,8 +2,11 @@
 
 #include <plist/plist.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
+#include <string_view>
 #include <limits>
 #include <memory>
 
@@ -30,13 +33,25 @@ template <typename T> using Malloced = std::unique_ptr<T, MallocDeleter>;
 Date dateValue(plist_t node) {
     int32_t seconds = 0, microseconds = 0;
     plist_get_date_val(node, &seconds, &microseconds);
+    // A date beyond the 32-bit seconds comes out of the library as garbage, the fraction too; the
+    // whole seconds alone at least write back as they were read.
+    if (microseconds <= -1000000 || microseconds >= 1000000) microseconds = 0;
     return Date{seconds + microseconds / 1e6};
 }
 
+// These calls carry whole seconds in 32 bits, about 68 years either side of 2001; a date beyond
+// is pinned to the nearest one they can carry rather than wrapped around. The split truncates
+// toward zero, as the library's own does, so that a date read from it is written back unchanged.
 plist_t newDate(Date date) {
-    double whole = std::floor(date.sinceReferenceDate);
-    return plist_new_date(static_cast<int32_t>(whole),
-                          static_cast<int32_t>(std::lround((date.sinceReferenceDate - whole) * 1e6)));
+    constexpr double earliest = std::numeric_limits<int32_t>::min(), latest = std::numeric_limits<int32_t>::max();
+    const double seconds = std::isnan(date.sinceReferenceDate) ? 0 : date.sinceReferenceDate;
+    double whole = std::trunc(seconds);
+    long microseconds = std::lround((seconds - whole) * 1e6);
+    if (whole < earliest || whole > latest) {
+        whole = std::clamp(whole, earliest, latest);
+        microseconds = 0;
+    }
+    return plist_new_date(static_cast<int32_t>(whole), static_cast<int32_t>(std::clamp(microseconds, -999999L, 999999L)));
 }
 #pragma GCC diagnostic pop
 
@@ -48,6 +63,91 @@ plist_t newInteger(std::int64_t value) {
 #else
     return plist_new_uint(static_cast<uint64_t>(value));
 #endif
+}
+
+/// The bytes of the UTF-8 sequence a lead byte opens; 0 for a byte that opens none.
+std::size_t sequenceLength(unsigned char lead) {
+    if (lead < 0x80) return 1;
+    if (lead >= 0xC2 && lead <= 0xDF) return 2;
+    if (lead >= 0xE0 && lead <= 0xEF) return 3;
+    if (lead >= 0xF0 && lead <= 0xF4) return 4;
+    return 0;
+}
+
+/// The text as valid UTF-8 without NUL characters: each malformed byte and each NUL becomes
+/// U+FFFD. The library hands over whatever bytes a file held, and both its own writers and every
+/// JSON file downstream need real text; a NUL would also be cut off at the next write.
+std::string cleanText(const char* data, std::size_t length) {
+    static constexpr std::string_view replacement = "\xEF\xBF\xBD";
+    std::string text;
+    text.reserve(length);
+    const auto* bytes = reinterpret_cast<const unsigned char*>(data);
+    for (std::size_t i = 0; i < length;) {
+        const unsigned char lead = bytes[i];
+        const std::size_t size = sequenceLength(lead);
+        bool valid = size != 0 && i + size <= length;
+        for (std::size_t k = 1; valid && k < size; ++k) valid = (bytes[i + k] & 0xC0) == 0x80;
+        if (valid && size == 3) {
+            const unsigned char second = bytes[i + 1];
+            valid = !(lead == 0xE0 && second < 0xA0) && !(lead == 0xED && second >= 0xA0); // overlong, surrogate
+        }
+        if (valid && size == 4) {
+            const unsigned char second = bytes[i + 1];
+            valid = !(lead == 0xF0 && second < 0x90) && !(lead == 0xF4 && second >= 0x90); // overlong, above U+10FFFF
+        }
+        if (!valid || lead == 0) {
+            text += replacement;
+            i += 1;
+            continue;
+        }
+        text.append(data + i, size);
+        i += size;
+    }
+    return text;
+}
+
+std::uint64_t bigEndian(const unsigned char* bytes, std::size_t size) {
+    std::uint64_t value = 0;
+    for (std::size_t i = 0; i < size; ++i) value = value << 8 | bytes[i];
+    return value;
+}
+
+/// A copy of a binary property list whose UTF-16 strings hold no NUL character (it becomes
+/// U+FFFD). The library aborts the whole process on reading such a string as a dictionary key.
+/// Anything that does not look like a well-formed object table is left for the library to reject.
+std::string withoutUtf16Nul(std::string_view bytes) {
+    std::string copy(bytes);
+    constexpr std::size_t headerSize = 8, trailerSize = 32;
+    if (copy.size() < headerSize + trailerSize) return copy;
+    auto* data = reinterpret_cast<unsigned char*>(copy.data());
+    const auto* trailer = data + copy.size() - trailerSize;
+    const std::size_t offsetSize = trailer[6];
+    const std::uint64_t objects = bigEndian(trailer + 8, 8);
+    const std::uint64_t tableOffset = bigEndian(trailer + 24, 8);
+    const std::uint64_t end = copy.size() - trailerSize;
+    if (offsetSize < 1 || offsetSize > 8 || tableOffset > end || objects > (end - tableOffset) / offsetSize) return copy;
+    for (std::uint64_t i = 0; i < objects; ++i) {
+        const std::uint64_t offset = bigEndian(data + tableOffset + i * offsetSize, offsetSize);
+        if (offset < headerSize || offset >= end || data[offset] >> 4 != 0x6) continue;
+        std::uint64_t units = data[offset] & 0x0F;
+        std::uint64_t start = offset + 1;
+        if (units == 0x0F) { // the count follows as an integer object: 0x1N and 2^N bytes
+            if (start >= end || data[start] >> 4 != 0x1 || (data[start] & 0x0F) > 3) continue;
+            const std::size_t countSize = std::size_t{1} << (data[start] & 0x0F);
+            if (start + 1 + countSize > end) continue;
+            units = bigEndian(data + start + 1, countSize);
+            start += 1 + countSize;
+        }
+        if (units > (end - start) / 2) continue;
+        for (std::uint64_t unit = 0; unit < units; ++unit) {
+            auto* at = data + start + 2 * unit;
+            if (at[0] == 0 && at[1] == 0) {
+                at[0] = 0xFF;
+                at[1] = 0xFD;
+            }
+        }
+    }
+    return copy;
 }
 
 PlistValue fromNode(plist_t node);
@@ -64,7 +164,7 @@ PlistDictionary dictionaryFromNode(plist_t node) {
         plist_dict_next_item(node, iterator, &rawKey, &item);
         Malloced<char> key(rawKey);
         if (!item) break;
-        if (key) dictionary.insert_or_assign(key.get(), fromNode(item));
+        if (key) dictionary.insert_or_assign(cleanText(key.get(), std::strlen(key.get())), fromNode(item));
     }
     return dictionary;
 }
@@ -79,13 +179,17 @@ PlistValue fromNode(plist_t node) {
         for (uint32_t i = 0; i < count; ++i) array.push_back(fromNode(plist_array_get_item(node, i)));
         return array;
     }
-    case PLIST_STRING:
+    case PLIST_STRING: {
+        // Not plist_get_string_val: it aborts the process on a string holding a NUL.
+        uint64_t length = 0;
+        const char* text = plist_get_string_ptr(node, &length);
+        return text ? cleanText(text, length) : std::string{};
+    }
     case PLIST_KEY: {
         char* raw = nullptr;
-        if (plist_get_node_type(node) == PLIST_KEY) plist_get_key_val(node, &raw);
-        else plist_get_string_val(node, &raw);
+        plist_get_key_val(node, &raw);
         Malloced<char> text(raw);
-        return std::string(text ? text.get() : "");
+        return text ? cleanText(text.get(), std::strlen(text.get())) : std::string{};
     }
     case PLIST_UINT: {
         uint64_t value = 0;
@@ -153,8 +257,12 @@ std::optional<PlistValue> parsePropertyList(std::string_view bytes) {
     plist_t raw = nullptr;
     // Told apart here rather than by the library's own sniffing call, whose signature changed
     // between 2.x releases.
-    if (plist_is_binary(bytes.data(), length)) plist_from_bin(bytes.data(), length, &raw);
-    else plist_from_xml(bytes.data(), length, &raw);
+    if (plist_is_binary(bytes.data(), length)) {
+        auto safe = withoutUtf16Nul(bytes);
+        plist_from_bin(safe.data(), length, &raw);
+    } else {
+        plist_from_xml(bytes.data(), length, &raw);
+    }
     Node node(raw);
     if (!node) return std::nullopt;
     return fromNode(node.get());

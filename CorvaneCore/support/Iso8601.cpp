@@ -70,17 +70,36 @@ std::optional<std::chrono::microseconds> quickInternetDateTime(std::string_view 
     return std::chrono::microseconds{seconds * 1'000'000 + micros};
 }
 
+/// "YYYY-MM-DDTHH:MM:SS", an optional fraction, then "Z" or "+HH:MM" / "-HH:MM". Only text of
+/// this shape reaches date's parser, whose offset reading overflows on some malformed text.
+bool isInternetDateTime(std::string_view text) {
+    auto digits = [&](std::size_t at, std::size_t count) {
+        if (at + count > text.size()) return false;
+        for (std::size_t i = at; i < at + count; ++i)
+            if (text[i] < '0' || text[i] > '9') return false;
+        return true;
+    };
+    auto is = [&](std::size_t at, char c) { return at < text.size() && text[at] == c; };
+    if (!digits(0, 4) || !is(4, '-') || !digits(5, 2) || !is(7, '-') || !digits(8, 2) || !is(10, 'T') ||
+        !digits(11, 2) || !is(13, ':') || !digits(14, 2) || !is(16, ':') || !digits(17, 2))
+        return false;
+    std::size_t at = 19;
+    if (is(at, '.')) {
+        if (!digits(++at, 1)) return false;
+        while (digits(at, 1)) ++at;
+    }
+    if (is(at, 'Z')) return at + 1 == text.size();
+    return (is(at, '+') || is(at, '-')) && digits(at + 1, 2) && is(at + 3, ':') && digits(at + 4, 2) &&
+           at + 6 == text.size();
+}
+
 } // namespace
 
 std::optional<Date> parseIso8601(std::string_view text) {
     using namespace std::chrono;
     if (auto moment = quickInternetDateTime(text))
         return Date::fromUnixTime(duration<double>(*moment).count());
-    // date.h negates an unset offset when a sign is followed by no digit: undefined behaviour on
-    // text any transcript line may hold. No valid time has such a sign.
-    for (std::size_t i = 10; i < text.size(); ++i)
-        if ((text[i] == '+' || text[i] == '-') && (i + 1 == text.size() || text[i + 1] < '0' || text[i + 1] > '9'))
-            return std::nullopt;
+    if (!isInternetDateTime(text)) return std::nullopt;
     for (const char* format : {"%FT%T%Ez", "%FT%TZ"}) {
         std::istringstream stream{std::string(text)};
         date::sys_time<microseconds> moment;

@@ -112,7 +112,8 @@ std::vector<JsonReader> JsonReader::array() const {
 Json parseJson(std::string_view text) {
     try {
         return Json::parse(text.begin(), text.end());
-    } catch (const Json::parse_error& error) {
+    } catch (const Json::exception& error) {
+        // Not only syntax: a number too large for a double ("1e400") is an out_of_range error.
         // nlohmann's text starts with "[json.exception.parse_error.101] parse error at line 1, ...".
         std::string detail = error.what();
         if (auto at = detail.find("] "); at != std::string::npos) detail = detail.substr(at + 2);

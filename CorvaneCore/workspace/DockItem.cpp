@@ -33,7 +33,9 @@ std::string FileEntry::resolvedName() const {
 }
 
 std::string FileEntry::badgeLetter() const {
-    for (auto character : text::utf8Characters(resolvedName()))
+    // The characters point into the name, which must outlive the loop.
+    const auto name = resolvedName();
+    for (auto character : text::utf8Characters(name))
         if (text::isLetterOrDigit(character)) return text::uppercased(character);
     return "•";
 }

@@ -1,7 +1,8 @@
 #include "CorvaneStorage/backup/BackupManager.hpp"
 
 #include "CorvaneCore/support/Iso8601.hpp"
-#include "CorvaneStorage/storage/DataFileError.hpp"
+#include "CorvaneFiles/AtomicFile.hpp"
+#include "CorvaneFiles/DataFileError.hpp"
 #include "CorvaneStorage/storage/StoragePath.hpp"
 
 #include <algorithm>
@@ -14,6 +15,8 @@ namespace fs = std::filesystem;
 fs::path BackupManager::snapshot() {
     auto tiles = source_.readTiles();
     StoragePath::createDirectory(directory_);
+    // Every backup is a new name, so a write killed halfway is cleaned up here or never.
+    removeAbandonedTemporaries(directory_);
     auto stamp = iso8601(clock_.now());
     std::replace(stamp.begin(), stamp.end(), ':', '-');
     auto file = directory_ / ("dock-" + stamp + ".plist");

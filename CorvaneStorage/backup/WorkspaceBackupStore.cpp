@@ -3,11 +3,13 @@
 #include "CorvaneCore/support/Iso8601.hpp"
 #include "CorvaneCore/support/JsonCoding.hpp"
 #include "CorvaneCore/workspace/ProfileCoding.hpp"
-#include "CorvaneStorage/storage/AtomicFile.hpp"
-#include "CorvaneStorage/storage/DataFileError.hpp"
+#include "CorvaneFiles/AtomicFile.hpp"
+#include "CorvaneFiles/DataFileError.hpp"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace corvane {
 
@@ -43,6 +45,24 @@ std::optional<WorkspaceBackup> readBackup(const fs::path& folder) {
     }
 }
 
+/// Renames the finished backup to the first free name of `base`, `base`-001, …
+fs::path publish(const fs::path& directory, const fs::path& staging, const std::string& base) {
+    auto folder = directory / base;
+    for (int counter = 1;; ++counter) {
+        if (!fs::exists(folder)) {
+            if (::rename(staging.c_str(), folder.c_str()) == 0) break;
+            // Another process took the name meanwhile. A finished backup is never empty, so the
+            // rename fails rather than replacing it.
+            if (errno != EEXIST && errno != ENOTEMPTY)
+                throw DataFileError(DataFileError::Operation::write, folder, std::strerror(errno));
+        }
+        char suffix[16];
+        std::snprintf(suffix, sizeof suffix, "-%03d", counter);
+        folder = directory / (base + suffix);
+    }
+    return folder;
+}
+
 } // namespace
 
 std::string_view rawValue(WorkspaceBackup::Reason reason) {
@@ -69,9 +89,11 @@ std::vector<WorkspaceBackup> WorkspaceBackupStore::list() const {
     std::vector<WorkspaceBackup> backups;
     std::error_code ec;
     if (!fs::is_directory(directory_, ec)) return backups;
-    for (const auto& entry : fs::directory_iterator(directory_, ec))
-        if (entry.is_directory(ec))
-            if (auto backup = readBackup(entry.path())) backups.push_back(*backup);
+    for (const auto& entry : fs::directory_iterator(directory_, ec)) {
+        // A backup being written or removed may hold a valid info file already, or still.
+        if (!entry.is_directory(ec) || isTemporaryName(entry.path().filename().string())) continue;
+        if (auto backup = readBackup(entry.path())) backups.push_back(*backup);
+    }
     std::sort(backups.begin(), backups.end(), [](const auto& a, const auto& b) {
         return a.date != b.date ? a.date > b.date : a.url.filename() > b.url.filename();
     });
@@ -85,25 +107,27 @@ bool WorkspaceBackupStore::matches(const WorkspaceBackup& backup) const {
 }
 
 std::optional<WorkspaceBackup> WorkspaceBackupStore::backUp(WorkspaceBackup::Reason reason, Date date) {
+    // Leftovers of a backup killed halfway go first, whether or not a backup is taken now.
+    removeAbandonedTemporaries(directory_);
     auto existing = list();
     if (!existing.empty() && matches(existing.front())) return std::nullopt;
 
-    std::error_code ec;
-    fs::create_directories(directory_, ec);
-    checked(directory_, ec);
+    // The backup is put together in a temporary folder and renamed into place, so that a backup
+    // killed halfway is never a folder of its own, only a leftover the next backup removes.
     auto base = folderStamp(date) + "-" + std::string(rawValue(reason));
-    auto folder = directory_ / base;
-    for (int counter = 1; fs::exists(folder); ++counter) {
-        char suffix[16];
-        std::snprintf(suffix, sizeof suffix, "-%03d", counter);
-        folder = directory_ / (base + suffix);
+    auto staging = createTemporaryFolder(directory_, base);
+    fs::path folder;
+    try {
+        for (auto name : fileNames)
+            if (auto contents = readFileIfExists(dataDirectory_ / name)) writeFileAtomically(staging / name, *contents);
+        Json info = Json::object({{"date", iso8601(date)}, {"reason", std::string(rawValue(reason))}});
+        writeFileAtomically(staging / kInfoFileName, prettyJson(info));
+        folder = publish(directory_, staging, base);
+    } catch (...) {
+        std::error_code ec;
+        fs::remove_all(staging, ec);
+        throw;
     }
-    fs::create_directory(folder, ec);
-    checked(folder, ec);
-    for (auto name : fileNames)
-        if (auto contents = readFileIfExists(dataDirectory_ / name)) writeFileAtomically(folder / name, *contents);
-    Json info = Json::object({{"date", iso8601(date)}, {"reason", std::string(rawValue(reason))}});
-    writeFileAtomically(folder / kInfoFileName, prettyJson(info));
     prune();
     return WorkspaceBackup{folder, date, reason};
 }
@@ -111,9 +135,14 @@ std::optional<WorkspaceBackup> WorkspaceBackupStore::backUp(WorkspaceBackup::Rea
 void WorkspaceBackupStore::prune() {
     auto backups = list();
     for (std::size_t i = static_cast<std::size_t>(std::max(limit_, 0)); i < backups.size(); ++i) {
+        // Out of the list in one step, then removed: a removal killed halfway leaves a leftover
+        // for the next backup to clear, never a listed backup missing some of its files.
+        auto doomed = createTemporaryFolder(directory_, backups[i].url.filename().string());
+        if (::rename(backups[i].url.c_str(), doomed.c_str()) != 0)
+            throw DataFileError(DataFileError::Operation::write, backups[i].url, std::strerror(errno));
         std::error_code ec;
-        fs::remove_all(backups[i].url, ec);
-        checked(backups[i].url, ec);
+        fs::remove_all(doomed, ec);
+        checked(doomed, ec);
     }
 }
 

@@ -2,8 +2,9 @@
 
 #include "CorvaneCore/platform/Notifier.hpp"
 #include "CorvaneCore/support/DecodingError.hpp"
-#include "CorvaneStorage/storage/AtomicFile.hpp"
-#include "CorvaneStorage/storage/DataFileError.hpp"
+#include "CorvaneFiles/AtomicFile.hpp"
+#include "CorvaneFiles/DataFileError.hpp"
+#include "CorvaneFiles/FileLock.hpp"
 
 #include <filesystem>
 #include <optional>
@@ -15,7 +16,10 @@ namespace corvane {
 /// The pattern every store of the data folder follows. The value is loaded when the store is
 /// opened (a missing file is the codec's empty value, and nothing is written); each change
 /// re-reads the file first, so that what another process saved meanwhile is not lost, then
-/// writes the whole file atomically and posts the store's notification.
+/// writes the whole file atomically and posts the store's notification. A change holds the data
+/// file's lock from the re-read to the write, so two processes never interleave their changes.
+/// Changes take ids and records by value: a caller may well pass the store's own, which the
+/// re-read replaces before the change uses them.
 ///
 /// `Codec` provides `static Value empty()`, `static Value decode(std::string_view)` (throwing
 /// `DecodingError`) and `static std::string encode(const Value&)`.
@@ -63,8 +67,13 @@ public:
     }
 
 protected:
-    /// Re-reads, applies `mutate` to the fresh value, saves. Returns what `mutate` returns.
+    /// Held from the re-read to the write of every change.
+    FileLock lockForChange() const { return FileLock(url_); }
+
+    /// Re-reads, applies `mutate` to the fresh value, saves, all under the file's lock. Returns
+    /// what `mutate` returns.
     template <typename Mutate> auto change(Mutate&& mutate) {
+        auto lock = lockForChange();
         reload();
         if constexpr (std::is_void_v<decltype(mutate(value_))>) {
             mutate(value_);

@@ -1,7 +1,7 @@
 #include "CorvaneStorage/storage/StoragePath.hpp"
 
 #include "CorvaneCore/support/Text.hpp"
-#include "CorvaneStorage/storage/DataFileError.hpp"
+#include "CorvaneFiles/DataFileError.hpp"
 
 #include <algorithm>
 

@@ -27,10 +27,10 @@ public:
     void add(PickedColour colour, int limit) {
         change([&](ColourHistory& history) { history.add(std::move(colour), limit); });
     }
-    void togglePin(const Uuid& id) {
+    void togglePin(Uuid id) {
         change([&](ColourHistory& history) { history.togglePin(id); });
     }
-    void remove(const Uuid& id) {
+    void remove(Uuid id) {
         change([&](ColourHistory& history) { history.remove(id); });
     }
     void clearUnpinned() {

@@ -29,6 +29,7 @@ WidgetStore::WidgetStore(std::filesystem::path url, std::optional<std::filesyste
         throw DataFileError(DataFileError::Operation::decode, *legacyCollectionsURL, error.what());
     }
     // Another process may have migrated meanwhile; its file wins.
+    auto lock = lockForChange();
     if (readFileIfExists(this->url())) {
         reload();
         return;
@@ -51,7 +52,8 @@ DockWidget WidgetStore::create(DockWidget widget) {
     return widget;
 }
 
-std::optional<int> WidgetStore::claimSlot(const Uuid& id) {
+std::optional<int> WidgetStore::claimSlot(Uuid id) {
+    auto lock = lockForChange();
     reload();
     auto* widget = file().widget(WidgetAddress::id(id));
     if (!widget) throw WidgetNotFoundError(id);
@@ -63,7 +65,7 @@ std::optional<int> WidgetStore::claimSlot(const Uuid& id) {
     return slot;
 }
 
-void WidgetStore::releaseSlot(const Uuid& id) {
+void WidgetStore::releaseSlot(Uuid id) {
     changeWidget(id, [](WidgetsFile&, DockWidget& widget) { widget.slot.reset(); });
 }
 
@@ -72,7 +74,7 @@ void WidgetStore::update(DockWidget widget) {
     changeWidget(widget.id, [&](WidgetsFile&, DockWidget& stored) { stored = widget; });
 }
 
-void WidgetStore::remove(const Uuid& id) {
+void WidgetStore::remove(Uuid id) {
     change([&](WidgetsFile& file) {
         std::erase_if(file.widgets, [&](const DockWidget& widget) { return widget.id == id; });
     });

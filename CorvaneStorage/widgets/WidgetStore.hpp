@@ -52,13 +52,13 @@ class WidgetStore : public JsonFileStore<WidgetsFile, WidgetsFileCodec> {
     DockWidget create(DockWidget widget);
     /// Gives the widget the smallest free slot (entries of newer builds keep theirs), unless it
     /// has one. Returns the widget's slot; none, and nothing written, when all are taken.
-    std::optional<int> claimSlot(const Uuid& id);
+    std::optional<int> claimSlot(Uuid id);
     /// Unbinds the widget from its slot.
-    void releaseSlot(const Uuid& id);
+    void releaseSlot(Uuid id);
     /// Replaces the widget with the same id in place, its span clamped.
     void update(DockWidget widget);
     /// Removes the widget; an unknown id changes nothing, though the file is still saved.
-    void remove(const Uuid& id);
+    void remove(Uuid id);
 
   private:
     template <typename Change> auto changeWidget(const Uuid& id, Change&& change);

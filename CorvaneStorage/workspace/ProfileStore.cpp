@@ -22,7 +22,7 @@ Profile ProfileStore::create(Profile profile) {
     return profile;
 }
 
-void ProfileStore::update(const Profile& profile) {
+void ProfileStore::update(Profile profile) {
     change([&](ProfilesFile& file) {
         auto it = std::find_if(file.profiles.begin(), file.profiles.end(),
                                [&](const Profile& p) { return p.id == profile.id; });
@@ -31,7 +31,7 @@ void ProfileStore::update(const Profile& profile) {
     });
 }
 
-void ProfileStore::remove(const Uuid& id) {
+void ProfileStore::remove(Uuid id) {
     change([&](ProfilesFile& file) {
         std::erase_if(file.profiles, [&](const Profile& p) { return p.id == id; });
         if (file.activeProfileId == id) file.activeProfileId.reset();

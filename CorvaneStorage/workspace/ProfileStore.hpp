@@ -30,9 +30,9 @@ public:
     Profile create(Profile profile);
     /// Replaces the workspace with the same id in place; `DockError::profileNotFound` when there
     /// is none.
-    void update(const Profile& profile);
+    void update(Profile profile);
     /// Removes the workspace; when it was the active one, none is active afterwards.
-    void remove(const Uuid& id);
+    void remove(Uuid id);
     void setActive(std::optional<Uuid> id);
 
     const Profile* profile(const Uuid& id) const;

@@ -1,17 +1,8 @@
 #include "platform/posix/PlistFile.hpp"
 
 #include "CorvaneCore/dock/PropertyListCoding.hpp"
-
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
-#include <fstream>
-#include <sstream>
-#include <sys/stat.h>
-#include <unistd.h>
-
-// The data folder's stores have their own atomic writer, but the platform layer may not depend
-// on the storage module; this is the same procedure for the few property-list files.
+#include "CorvaneFiles/AtomicFile.hpp"
+#include "CorvaneFiles/DataFileError.hpp"
 
 namespace corvane {
 
@@ -19,35 +10,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-[[noreturn]] void failWrite(const std::string& reason) { throw PlistFileError(PlistFileError::Kind::unwritable, reason); }
-
-bool writeAll(int fd, std::string_view contents) {
-    while (!contents.empty()) {
-        auto written = ::write(fd, contents.data(), contents.size());
-        if (written < 0) {
-            if (errno == EINTR) continue;
-            return false;
-        }
-        contents.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
 /// The file's bytes; none when there is no file.
 std::optional<std::string> readPlistBytes(const fs::path& path) {
-    std::error_code ec;
-    if (!fs::exists(path, ec)) {
-        if (ec && ec != std::errc::no_such_file_or_directory)
-            throw PlistFileError(PlistFileError::Kind::unreadable, ec.message());
-        return std::nullopt;
+    try {
+        return readFileIfExists(path);
+    } catch (const DataFileError& error) {
+        throw PlistFileError(PlistFileError::Kind::unreadable, error.reason);
     }
-    if (fs::is_directory(path, ec)) throw PlistFileError(PlistFileError::Kind::unreadable, "it is a folder");
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream) throw PlistFileError(PlistFileError::Kind::unreadable, std::strerror(errno));
-    std::ostringstream contents;
-    contents << stream.rdbuf();
-    if (stream.bad()) throw PlistFileError(PlistFileError::Kind::unreadable, "read error");
-    return std::move(contents).str();
 }
 
 PlistDictionary plistDictionaryFromBytes(std::string_view bytes) {
@@ -58,37 +27,20 @@ PlistDictionary plistDictionaryFromBytes(std::string_view bytes) {
     return std::move(*root);
 }
 
-void writePlistBytes(const fs::path& path, std::string_view contents) {
-    const auto directory = path.parent_path().empty() ? fs::path(".") : path.parent_path();
-    std::error_code ec;
-    fs::create_directories(directory, ec);
-    if (ec) failWrite(ec.message());
-
-    mode_t mode = 0600;
-    struct stat existing {};
-    if (::stat(path.c_str(), &existing) == 0) mode = existing.st_mode & 07777;
-
-    std::string name = ".";
-    name += path.filename().string();
-    name += ".XXXXXX";
-    auto pattern = (directory / name).string();
-    int fd = ::mkstemp(pattern.data());
-    if (fd < 0) failWrite(std::strerror(errno));
-    // As with the data folder's files, the rename makes the save atomic; no disk flush.
-    bool ok = writeAll(fd, contents) && ::fchmod(fd, mode) == 0;
-    int savedErrno = errno;
-    ok = ::close(fd) == 0 && ok;
-    if (ok && ::rename(pattern.c_str(), path.c_str()) == 0) return;
-    if (ok) savedErrno = errno;
-    ::unlink(pattern.c_str());
-    failWrite(std::strerror(savedErrno));
-}
-
-
 std::string plistBytes(const PlistDictionary& root) {
     auto contents = xmlPropertyList(root);
-    if (contents.empty()) failWrite("the property list could not be serialised");
+    if (contents.empty())
+        throw PlistFileError(PlistFileError::Kind::unwritable, "the property list could not be serialised");
     return contents;
+}
+
+void writePlistBytes(const fs::path& path, std::string_view contents) {
+    try {
+        // The Dock's own file keeps the mode its owner gave it; a new one (a backup) is private.
+        writeFileAtomically(path, contents, 0600, ExistingFileMode::kept);
+    } catch (const DataFileError& error) {
+        throw PlistFileError(PlistFileError::Kind::unwritable, error.reason);
+    }
 }
 
 } // namespace

@@ -8,11 +8,11 @@
 
 namespace corvane {
 
-/// A fresh folder under the system's temporary folder, removed with everything in it.
+/// A fresh folder under the system's temporary folder (or `parent`), removed with everything in it.
 class TemporaryDirectory {
 public:
-    TemporaryDirectory() {
-        auto pattern = (std::filesystem::temp_directory_path() / "corvane-test-XXXXXX").string();
+    explicit TemporaryDirectory(const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+        auto pattern = (parent / "corvane-test-XXXXXX").string();
         path_ = ::mkdtemp(pattern.data());
     }
     ~TemporaryDirectory() {

@@ -43,5 +43,46 @@ TEST(PropertyListCoding, AnythingElseIsNoPropertyList) {
     EXPECT_FALSE(parsePropertyList(std::string_view("<plist><dict><key>a</key></plist>")));
 }
 
+TEST(PropertyListCoding, DatesBeyondWhatTheLibraryCarriesArePinnedToItsRange) {
+    auto written = [](double seconds) {
+        auto value = parsePropertyList(*binaryPropertyList(PlistDictionary{{"d", Date{seconds}}}));
+        return std::get<Date>(value->dictionary()->at("d").storage).sinceReferenceDate;
+    };
+    EXPECT_EQ(written(1e12), 2147483647.0);
+    EXPECT_EQ(written(-1e12), -2147483648.0);
+    EXPECT_EQ(written(751234567.25), 751234567.25);
+}
+
+// The library aborts the process on a string holding NUL, and passes on whatever bytes a file
+// holds; what comes out must be real text that survives being written again.
+TEST(PropertyListCoding, TextIsReadAsValidUtf8WithoutNulAndNeverAbortsTheProcess) {
+    const std::string xml = std::string("<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>a</key><string>x") +
+                            '\0' + "y</string></dict></plist>";
+    auto fromXml = parsePropertyList(xml);
+    ASSERT_TRUE(fromXml);
+    // What follows the NUL is the library's business; the NUL itself never comes through.
+    const auto* text = fromXml->dictionary()->at("a").string();
+    ASSERT_TRUE(text);
+    EXPECT_TRUE(text->starts_with("x\uFFFD")) << *text;
+    EXPECT_EQ(text->find('\0'), std::string::npos);
+
+    // One dictionary: the UTF-16 key "a", NUL, "é" and the ASCII string "x" with a stray 0xD2.
+    const std::string binary("bplist00\xD1\x01\x02"
+                             "\x63\x00\x61\x00\x00\x00\xE9"
+                             "\x52\x78\xD2"
+                             "\x08\x0B\x12"
+                             "\x00\x00\x00\x00\x00\x00\x01\x01"
+                             "\x00\x00\x00\x00\x00\x00\x00\x03"
+                             "\x00\x00\x00\x00\x00\x00\x00\x00"
+                             "\x00\x00\x00\x00\x00\x00\x00\x15",
+                             56);
+    auto fromBinary = parsePropertyList(binary);
+    ASSERT_TRUE(fromBinary);
+    const PlistValue expected = PlistDictionary{{"a\uFFFD\u00E9", "x\uFFFD"}};
+    EXPECT_EQ(*fromBinary, expected);
+    EXPECT_EQ(parsePropertyList(*binaryPropertyList(*fromBinary)), expected);
+    EXPECT_EQ(parsePropertyList(xmlPropertyList(*fromBinary)), expected);
+}
+
 } // namespace
 } // namespace corvane

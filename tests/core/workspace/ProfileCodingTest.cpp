@@ -128,6 +128,7 @@ TEST(ProfileCoding, DamagedDocumentsNameTheFirstFailingKey) {
     };
     const Case cases[] = {
         {"{", ""},
+        {R"({"version": 1e400, "profiles": []})", ""}, // too large for a double
         {R"({"profiles": []})", "No value associated with key \"version\"."},
         {R"({"version": "2", "profiles": []})", "version: Expected to decode Int but found a string instead."},
         {R"({"version": 2})", "No value associated with key \"profiles\"."},

@@ -97,3 +97,17 @@ TEST_F(WorkspaceBackups, RestorePutsFilesBackAfterBackingUpThePresent) {
     EXPECT_EQ(list[0].reason, WorkspaceBackup::Reason::restore);
     EXPECT_NE(readText(list[0].url / "profiles.json").find("\"New\""), std::string::npos);
 }
+
+TEST_F(WorkspaceBackups, ABackupCutShortIsNeverListedAndTheNextBackupClearsIt) {
+    writeProfiles("Work");
+    auto taken = store.backUp(WorkspaceBackup::Reason::launch, now);
+    ASSERT_TRUE(taken);
+    // What a backup killed before it was renamed into place leaves: complete, info and all.
+    auto leftover = store.directory() / ("." + taken->url.filename().string() + ".999999999.AbCdEf.tmp");
+    fs::copy(taken->url, leftover);
+    ASSERT_TRUE(fs::exists(leftover / "info.json"));
+    EXPECT_EQ(store.list().size(), 1u);
+
+    EXPECT_FALSE(store.backUp(WorkspaceBackup::Reason::quit, now + 1)) << "nothing changed";
+    EXPECT_FALSE(fs::exists(leftover));
+}

@@ -45,7 +45,7 @@ TEST_F(PlistFileBackendTest, ReadsTheTilesOfAnXmlOrBinaryFile) {
 
 TEST_F(PlistFileBackendTest, WritingReplacesTheTilesAndKeepsEveryOtherKey) {
     writeText(url, sampleDock());
-    ::chmod(url.c_str(), 0600);
+    ::chmod(url.c_str(), 0640);
     const auto before = *parsePropertyList(sampleDock())->dictionary();
     DockTiles tiles{{PlistDictionary{{"tile-type", "spacer-tile"}, {"tile-data", PlistDictionary{}}}}, {}};
     backend.writeTiles(tiles);
@@ -62,7 +62,7 @@ TEST_F(PlistFileBackendTest, WritingReplacesTheTilesAndKeepsEveryOtherKey) {
 
     struct stat info {};
     ::stat(url.c_str(), &info);
-    EXPECT_EQ(info.st_mode & 0777, 0600u) << "the file keeps its permissions";
+    EXPECT_EQ(info.st_mode & 0777, 0640u) << "the file keeps its permissions";
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1) << "no temporary file is left";
 }
 
@@ -86,8 +86,14 @@ TEST_F(PlistFileBackendTest, AChangeByAnotherWriterIsSeenEvenWhenTheSizeIsTheSam
     EXPECT_THROW(backend.readTiles(), DockError);
 }
 
-TEST_F(PlistFileBackendTest, WritingCreatesAMissingFile) {
+TEST_F(PlistFileBackendTest, WritingCreatesAMissingPrivateFileAndClearsAKilledWritersTemporary) {
+    // A process id far above any real one stands for a writer killed mid-save.
+    writeText(folder / ".com.apple.dock.plist.999999999.AbCdEf.tmp", "<?xml half");
     backend.writeTiles({});
+    struct stat info {};
+    ::stat(url.c_str(), &info);
+    EXPECT_EQ(info.st_mode & 0777, 0600u);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
     auto root = *parsePropertyList(readText(url))->dictionary();
     EXPECT_EQ(root.size(), 2u);
     EXPECT_EQ(backend.readTiles(), DockTiles{});

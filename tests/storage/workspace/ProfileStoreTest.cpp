@@ -90,6 +90,20 @@ TEST(ProfileStore, ChangesRereadTheFileSoAnotherProcessesSaveSurvives) {
     EXPECT_EQ(again.file().profiles[1].name, "From second");
 }
 
+// Each change re-reads the file first, replacing the very values such a caller hands in.
+TEST(ProfileStore, ChangesMayBeGivenTheStoresOwnWorkspacesAndIds) {
+    TemporaryDirectory dir;
+    ProfileStore store(dir / "profiles.json");
+    store.create(named("Work"));
+    store.create(named("Home"));
+    store.file().profiles.front().name = "Office";
+    store.update(store.file().profiles.front());
+    store.remove(store.file().profiles.back().id);
+    ProfileStore reopened(dir / "profiles.json");
+    ASSERT_EQ(reopened.file().profiles.size(), 1u);
+    EXPECT_EQ(reopened.file().profiles.front().name, "Office");
+}
+
 TEST(ProfileStore, OlderFileLoadsAndTheFirstSaveWritesTheCurrentForm) {
     TemporaryDirectory dir;
     auto path = dir / "profiles.json";

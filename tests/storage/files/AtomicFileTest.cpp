@@ -1,5 +1,5 @@
-#include "CorvaneStorage/storage/AtomicFile.hpp"
-#include "CorvaneStorage/storage/DataFileError.hpp"
+#include "CorvaneFiles/AtomicFile.hpp"
+#include "CorvaneFiles/DataFileError.hpp"
 #include "fakes/TemporaryDirectory.hpp"
 
 #include <gtest/gtest.h>
@@ -43,6 +43,40 @@ TEST(AtomicFile, RemovesTemporariesOfDeadWritersButNotOfLiveOnes) {
     EXPECT_FALSE(fs::exists(dir / ".data.json.999999999.AbCdEf.tmp"));
     EXPECT_TRUE(fs::exists(dir / (".data.json." + std::to_string(getppid()) + ".AbCdEf.tmp")));
     EXPECT_TRUE(fs::exists(dir / ".other.json.999999999.AbCdEf.tmp"));
+}
+
+TEST(AtomicFile, AFileThatBelongsToSomeoneElseKeepsItsModeAndANewOneGetsTheModeAskedFor) {
+    TemporaryDirectory dir;
+    writeText(dir / "theirs.plist", "old");
+    ::chmod((dir / "theirs.plist").c_str(), 0640);
+    writeFileAtomically(dir / "theirs.plist", "new", 0600, ExistingFileMode::kept);
+    writeFileAtomically(dir / "new.plist", "new", 0600, ExistingFileMode::kept);
+    struct stat theirs {}, fresh {};
+    ASSERT_EQ(::stat((dir / "theirs.plist").c_str(), &theirs), 0);
+    ASSERT_EQ(::stat((dir / "new.plist").c_str(), &fresh), 0);
+    EXPECT_EQ(theirs.st_mode & 0777, 0640u);
+    EXPECT_EQ(fresh.st_mode & 0777, 0600u);
+}
+
+TEST(AtomicFile, AFolderOfNewNamesIsClearedOfEveryAbandonedTemporaryAndNothingElse) {
+    TemporaryDirectory dir;
+    const auto live = std::to_string(getppid());
+    writeText(dir / ".dock-1.plist.999999999.AbCdEf.tmp", "half");
+    writeText(dir / ".2026-launch.999999999.AbCdEf.tmp/info.json", "{}");
+    writeText(dir / (".dock-2.plist." + live + ".AbCdEf.tmp"), "in progress");
+    writeText(dir / ".dock-3.plist.999999999.short.tmp", "not ours");
+    writeText(dir / "dock-4.plist", "a backup");
+    removeAbandonedTemporaries(dir.path());
+    EXPECT_FALSE(fs::exists(dir / ".dock-1.plist.999999999.AbCdEf.tmp"));
+    EXPECT_FALSE(fs::exists(dir / ".2026-launch.999999999.AbCdEf.tmp"));
+    EXPECT_TRUE(fs::exists(dir / (".dock-2.plist." + live + ".AbCdEf.tmp")));
+    EXPECT_TRUE(fs::exists(dir / ".dock-3.plist.999999999.short.tmp"));
+    EXPECT_TRUE(fs::exists(dir / "dock-4.plist"));
+
+    auto staging = createTemporaryFolder(dir.path(), "2026-quit");
+    EXPECT_TRUE(fs::is_directory(staging));
+    EXPECT_TRUE(isTemporaryName(staging.filename().string()));
+    EXPECT_FALSE(isTemporaryName("2026-quit"));
 }
 
 TEST(AtomicFile, FailureThrowsNamesTheFileAndKeepsTheOldContent) {

@@ -1,4 +1,4 @@
-#include "CorvaneStorage/storage/DataFileError.hpp"
+#include "CorvaneFiles/DataFileError.hpp"
 
 namespace corvane {
 
