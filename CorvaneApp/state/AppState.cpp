@@ -3,6 +3,7 @@
 #include "CorvaneApp/automation/WantedHotkeys.hpp"
 #include "CorvaneCore/automation/FocusBinding.hpp"
 #include "CorvaneCore/automation/WorkspaceCycle.hpp"
+#include "CorvaneCore/widgets/DockSlot.hpp"
 #include "CorvaneCore/widgets/WidgetPlacement.hpp"
 #include "CorvaneCore/workspace/ProfileTransfer.hpp"
 #include "CorvaneCore/workspace/WorkspaceAppPlan.hpp"
@@ -89,6 +90,7 @@ AppState::AppState(AppStores stores, DockSwapper& swapper, GlobalHotkeyManager& 
     desktopMonitor_.onDesktopWillChange = [this] { call(callbacks.onDesktopWillChange); };
     desktopMonitor_.onDesktopChange = [this](const auto& desktops) { handleDesktopChange(desktops); };
     desktopMonitor_.start();
+    observeWidgetNotifications();
     syncWidgets();
     reconcileWidgetHelpers();
     registerHotkeys();
@@ -96,6 +98,7 @@ AppState::AppState(AppStores stores, DockSwapper& swapper, GlobalHotkeyManager& 
 }
 
 AppState::~AppState() {
+    stopObservingNotifications();
     focusMonitor_.stop();
     desktopMonitor_.stop();
     hotkeys_.stop();
@@ -372,14 +375,52 @@ void AppState::handleDesktopChange(const DesktopWorkspaceMonitor::Desktops& desk
     if (due && due != activeProfileId_) switchTo(*due);
 }
 
+void AppState::observeWidgetNotifications() {
+    auto* notifier = services_.notifier;
+    if (!notifier) return;
+    observers_.push_back(notifier->observe(std::string(DockSlot::widgetsChangedNotification),
+                                           [this](const std::optional<std::string>&) { handleWidgetsChanged(); }));
+    observers_.push_back(notifier->observe(
+        std::string(DockSlot::editWidgetNotification), [this](const std::optional<std::string>& object) {
+            if (!object) return;
+            // The widget's id, or the bundle identifier of its placeholder when the request comes
+            // from a helper that knows only its own.
+            if (auto id = Uuid::parse(*object)) return handleEditWidgetRequest(*id);
+            if (auto address = WidgetAddress::fromBundleIdentifier(*object))
+                if (const auto* widget = widgetStore_->widget(*address)) handleEditWidgetRequest(widget->id);
+        }));
+}
+
+void AppState::stopObservingNotifications() {
+    for (auto token : observers_) services_.notifier->removeObserver(token);
+    observers_.clear();
+}
+
+void AppState::handleWidgetsChanged() {
+    if (widgetsUnreadable_) return;
+    try {
+        widgetStore_->reload();
+    } catch (const std::exception& error) {
+        // Half-written by another build, perhaps: the widgets known so far stay until it is fixed.
+        return services_.log.error(category, std::string("widgets file unreadable: ") + error.what());
+    }
+    // Comparing with what was synchronised, not with what was loaded before, also catches a
+    // change this process saved without synchronising.
+    if (widgetStore_->file() == syncedWidgets_) return;
+    syncWidgets();
+    reconcileWidgetHelpers();
+    registerHotkeys();
+}
+
 void AppState::syncWidgets() {
     // An unreadable widgets file would read as no widgets at all and strip every placeholder.
     if (widgetsUnreadable_) return;
+    const auto& file = widgetStore_->file();
+    syncedWidgets_ = file;
     if (!services_.widgetHelperPath) {
         services_.log.info(category, "widgets: no helper path, placeholders left as they are");
         return;
     }
-    const auto& file = widgetStore_->file();
     std::vector<Profile> changed;
     for (const auto& profile : stores_.profiles->file().profiles) {
         auto synced = WidgetPlacement::syncing(profile, file.widgets, file.unrecognized, services_.widgetHelperPath);
@@ -414,6 +455,7 @@ void AppState::scheduleLaunchRequests(const LaunchRequests& requests) {
 
 void AppState::quit() {
     backUpWorkspaces(WorkspaceBackup::Reason::quit);
+    stopObservingNotifications();
     focusMonitor_.stop();
     desktopMonitor_.stop();
     hotkeys_.stop();

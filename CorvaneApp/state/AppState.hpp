@@ -137,6 +137,10 @@ public:
     void handleDesktopChange(const DesktopWorkspaceMonitor::Desktops& desktops);
     /// Keeps the widgets' placeholders and stacks in every workspace in step with the widgets file.
     void syncWidgets();
+    /// The widgets file changed, perhaps in another process: reads it again and, when it holds
+    /// other widgets than those last synchronised, brings placeholders, helpers and hotkeys along.
+    void handleWidgetsChanged();
+    /// Opens the widget's editor through `onEditWidget`; a widget the file does not hold is ignored.
     void handleEditWidgetRequest(const Uuid& widget);
 
     /// Schedules the command-line requests after their delays; an unknown page or widget kind
@@ -163,6 +167,8 @@ private:
     void seedFirstProfileIfNeeded();
     void migrateDownloadsTile();
     void startFocusMonitor();
+    void observeWidgetNotifications();
+    void stopObservingNotifications();
     void reconcileWidgetHelpers() { call(callbacks.onReconcileWidgetHelpers); }
     /// The display that has the focus, else the first one the window server lists.
     std::optional<std::uint32_t> focusedDisplay(const DesktopWorkspaceMonitor::Desktops& desktops) const;
@@ -182,6 +188,10 @@ private:
     std::unique_ptr<ProfileSwitcher> switcher_;
     std::unique_ptr<WidgetStore> widgetStore_;
     bool widgetsUnreadable_ = false;
+    /// The widgets as last synchronised into the workspaces: a notice that finds the file still
+    /// holding them is this process's own save coming back.
+    WidgetsFile syncedWidgets_;
+    std::vector<Notifier::ObserverToken> observers_;
     DesktopWorkspaceMonitor desktopMonitor_;
 
     AppSettings settings_;

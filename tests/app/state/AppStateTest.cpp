@@ -1,9 +1,10 @@
-// The application state over fakes: start-up, the one switch road, hotkeys, desktops, Focus and
-// the delayed launch requests, all on a manual clock.
+// The application state over fakes: start-up, the one switch road, hotkeys, desktops, Focus,
+// widget notices from other processes and the delayed launch requests, all on a manual clock.
 
 #include "CorvaneApp/state/AppState.hpp"
 #include "CorvaneCore/dock/DockPlistWriter.hpp"
 #include "CorvaneCore/dock/NoOpDockReloader.hpp"
+#include "CorvaneCore/widgets/WidgetPlacement.hpp"
 #include "CorvaneStorage/widgets/WidgetStore.hpp"
 #include "fakes/CapturingLog.hpp"
 #include "fakes/FakeDesktopServer.hpp"
@@ -13,6 +14,7 @@
 #include "fakes/InMemoryDockBackend.hpp"
 #include "fakes/InMemoryUserDefaults.hpp"
 #include "fakes/ManualScheduler.hpp"
+#include "fakes/RecordingNotifier.hpp"
 #include "fakes/TemporaryDirectory.hpp"
 #include "platform/posix/PlistFileBackend.hpp"
 
@@ -36,7 +38,10 @@ Profile workspace(std::string name, std::optional<std::string> focus = std::null
 
 class Launch : public ::testing::Test {
 protected:
-    Launch() { services.widgetHelperPath = [](std::optional<int>) { return std::string("/Applications/Helper.app"); }; }
+    Launch() {
+        services.widgetHelperPath = [](std::optional<int>) { return std::string("/Applications/Helper.app"); };
+        services.notifier = &notifier;
+    }
 
     void dockHolds(std::vector<DockItem> tiles) { DockPlistWriter(dock).write(DockSnapshot{std::move(tiles), {}, clock.now()}); }
     void fileHolds(const std::vector<Profile>& profiles, std::optional<Uuid> active = std::nullopt) {
@@ -86,6 +91,7 @@ protected:
     AppPreferences preferences{defaults};
     FakeRunningApplications apps;
     FakeDesktopServer desktops;
+    RecordingNotifier notifier;
     AppServices services{clock, scheduler, scheduler, log, apps, desktops, desktops, desktops};
     std::unique_ptr<AppState> launched;
 };
@@ -281,4 +287,74 @@ TEST_F(Launch, LaunchRequestsNeedAValueAndWaitForTheirDelays) {
     launched.reset();
     scheduler.advance(1);
     EXPECT_EQ(opened.size(), 3u) << "requests of a state that is gone are dropped";
+}
+
+TEST_F(Launch, AnotherProcessesWidgetChangesReachThePlaceholdersAndOwnEchoesAreIgnored) {
+    DockWidget timer(Uuid::generate(), "Timer", std::nullopt, DockWidgetKind(TimerSettings{}));
+    WidgetStore(data / "widgets.json").create(timer);
+    auto work = WidgetPlacement::setting(timer, true, workspace("Work"), "/Applications/Helper.app");
+    fileHolds({work}, work.id);
+    auto& state = start();
+    int reconciles = 0;
+    state.callbacks.onReconcileWidgetHelpers = [&] { ++reconciles; };
+    auto placeholderName = [&] { return state.profiles()[0].items.back().app()->displayName; };
+    ASSERT_EQ(placeholderName(), "Timer");
+
+    WidgetStore elsewhere(data / "widgets.json");
+    timer.name = "Tea";
+    elsewhere.update(timer);
+    notifier.deliver("dev.tessik.corvane.widgetsChanged");
+    EXPECT_EQ(placeholderName(), "Tea");
+    EXPECT_EQ(readText(data / "profiles.json").find("\"Timer\""), std::string::npos);
+    EXPECT_EQ(reconciles, 1);
+
+    // This process's own save heard back after it was synchronised changes nothing more.
+    timer.name = "Kettle";
+    state.widgetStore().update(timer);
+    state.syncWidgets();
+    auto profilesFile = readText(data / "profiles.json");
+    notifier.deliver("dev.tessik.corvane.widgetsChanged");
+    EXPECT_EQ(reconciles, 1);
+    EXPECT_EQ(readText(data / "profiles.json"), profilesFile);
+    EXPECT_EQ(placeholderName(), "Kettle");
+
+    // A save of this process nobody synchronised is still brought to the workspaces by its echo.
+    state.widgetStore().remove(timer.id);
+    notifier.deliver("dev.tessik.corvane.widgetsChanged");
+    EXPECT_EQ(state.profiles()[0].items.size(), 1u) << "the removed widget's placeholder goes";
+    EXPECT_EQ(reconciles, 2);
+}
+
+TEST_F(Launch, AWidgetsFileBrokenElsewhereKeepsTheWidgetsKnownSoFar) {
+    DockWidget timer(Uuid::generate(), "Timer", std::nullopt, DockWidgetKind(TimerSettings{}));
+    WidgetStore(data / "widgets.json").create(timer);
+    auto work = WidgetPlacement::setting(timer, true, workspace("Work"), "/Applications/Helper.app");
+    fileHolds({work}, work.id);
+    auto& state = start();
+    writeText(data / "widgets.json", "{ half written");
+    notifier.deliver("dev.tessik.corvane.widgetsChanged");
+    lineOf("widgets file unreadable: ");
+    EXPECT_EQ(state.profiles()[0].items.size(), 2u);
+    EXPECT_NE(state.widgetStore().widget(WidgetAddress::id(timer.id)), nullptr);
+}
+
+TEST_F(Launch, EditRequestsOpenKnownWidgetsOnlyAndStopWithTheState) {
+    DockWidget timer(Uuid::generate(), "Timer", 4, DockWidgetKind(TimerSettings{}));
+    WidgetStore(data / "widgets.json").create(timer);
+    auto& state = start();
+    std::vector<Uuid> edited;
+    state.callbacks.onEditWidget = [&](const Uuid& id) { edited.push_back(id); };
+
+    notifier.deliver("dev.tessik.corvane.editWidget", timer.id.string());
+    notifier.deliver("dev.tessik.corvane.editWidget", "dev.tessik.Corvane.Slot4");
+    EXPECT_EQ(edited, (std::vector<Uuid>{timer.id, timer.id}));
+    notifier.deliver("dev.tessik.corvane.editWidget", Uuid::generate().string());
+    notifier.deliver("dev.tessik.corvane.editWidget", "dev.tessik.Corvane.Slot5");
+    notifier.deliver("dev.tessik.corvane.editWidget", "not a widget");
+    notifier.deliver("dev.tessik.corvane.editWidget");
+    EXPECT_EQ(edited.size(), 2u);
+
+    EXPECT_EQ(notifier.observerCount(), 2u);
+    launched.reset();
+    EXPECT_EQ(notifier.observerCount(), 0u);
 }
