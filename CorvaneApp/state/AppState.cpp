@@ -1,6 +1,7 @@
 #include "CorvaneApp/state/AppState.hpp"
 
 #include "CorvaneApp/automation/WantedHotkeys.hpp"
+#include "CorvaneApp/preferences/InterfaceLanguage.hpp"
 #include "CorvaneCore/automation/FocusBinding.hpp"
 #include "CorvaneCore/automation/WorkspaceCycle.hpp"
 #include "CorvaneCore/widgets/DockSlot.hpp"
@@ -77,7 +78,8 @@ AppState::AppState(AppStores stores, DockSwapper& swapper, GlobalHotkeyManager& 
     }
 
     settings_ = preferences_.load();
-    if (services_.preferredLanguages) languages_ = services_.preferredLanguages();
+    if (services_.preferredLanguages)
+        language_ = InterfaceLanguage::fromPreferredLanguages(services_.preferredLanguages());
 
     refresh();
     log.info(category, std::string("AppState init: fileExistedOnLoad=") +
@@ -312,6 +314,17 @@ void AppState::changeSettings(const std::function<void(AppSettings&)>& change) {
         settings_ = preferences_.load(); // whatever part was written
     }
     if (hotkeysChange) registerHotkeys();
+}
+
+void AppState::setLanguage(const std::optional<std::string>& tag) {
+    auto language = tag ? InterfaceLanguage::fromTag(*tag) : std::nullopt;
+    if (language == language_) return;
+    if (!services_.setPreferredLanguages) {
+        services_.log.info(category, "language: the user's languages cannot be written here");
+        return;
+    }
+    services_.setPreferredLanguages(InterfaceLanguage::preferredLanguages(language));
+    language_ = language;
 }
 
 void AppState::registerHotkeys() {

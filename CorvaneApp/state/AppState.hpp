@@ -40,6 +40,9 @@ struct AppServices {
     /// The user's languages, most preferred first ("AppleLanguages" of the standard user
     /// defaults, a list, which the settings store has no type for).
     std::function<std::vector<std::string>()> preferredLanguages = {};
+    /// Writes "AppleLanguages" of the application's own defaults; an empty list removes the key,
+    /// so the system's languages apply again. Takes effect at the next launch.
+    std::function<void(const std::vector<std::string>&)> setPreferredLanguages = {};
     /// A workspace's documents with the Downloads folder's tile added (once); unset while the
     /// own bar's Downloads tile is not available.
     std::function<std::vector<DockItem>(const std::vector<DockItem>&)> addingDownloadsTile = {};
@@ -89,7 +92,8 @@ public:
     const std::optional<Uuid>& activeProfileId() const { return activeProfileId_; }
     const std::optional<std::string>& lastError() const { return lastError_; }
     const AppSettings& settings() const { return settings_; }
-    const std::vector<std::string>& languages() const { return languages_; }
+    /// The interface language setting, read from the user's first language; none to follow the system.
+    const std::optional<std::string>& language() const { return language_; }
     bool isDegraded() const { return stores_.degraded; }
     const DisplayWorkspaces& displayWorkspaces() const { return displayWorkspaces_; }
     WorkspaceAppsController& workspaceApps() { return *workspaceApps_; }
@@ -126,6 +130,9 @@ public:
 
     /// Changes settings: what differs is written to the user defaults, and the hotkeys follow.
     void changeSettings(const std::function<void(AppSettings&)>& change);
+    /// Sets the interface language, writing "AppleLanguages". A tag is reduced as
+    /// `InterfaceLanguage::fromTag` does; none, or a tag naming no language, follows the system.
+    void setLanguage(const std::optional<std::string>& tag);
 
     /// Builds the hotkey registry from the workspaces, the settings and the colour pickers and
     /// hands it to the hotkey manager.
@@ -195,7 +202,7 @@ private:
     DesktopWorkspaceMonitor desktopMonitor_;
 
     AppSettings settings_;
-    std::vector<std::string> languages_;
+    std::optional<std::string> language_;
     std::vector<Profile> profiles_;
     std::optional<Uuid> activeProfileId_;
     std::optional<std::string> lastError_;

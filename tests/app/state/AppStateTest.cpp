@@ -358,3 +358,23 @@ TEST_F(Launch, EditRequestsOpenKnownWidgetsOnlyAndStopWithTheState) {
     launched.reset();
     EXPECT_EQ(notifier.observerCount(), 0u);
 }
+
+TEST_F(Launch, TheFirstPreferredLanguageIsTheLanguageSettingAndWritingItWritesTheList) {
+    std::vector<std::string> appleLanguages = {"de-CH", "en-GB"};
+    std::vector<std::vector<std::string>> written;
+    services.preferredLanguages = [&] { return appleLanguages; };
+    services.setPreferredLanguages = [&](const std::vector<std::string>& list) { written.push_back(list); };
+    auto& state = start();
+    EXPECT_EQ(state.language(), "de");
+
+    state.setLanguage("de");
+    EXPECT_TRUE(written.empty()) << "the language in use is not written again";
+    state.setLanguage("zh-Hant-TW");
+    EXPECT_EQ(state.language(), "zh-Hant");
+    state.setLanguage(std::nullopt);
+    EXPECT_EQ(state.language(), std::nullopt);
+    EXPECT_EQ(written, (std::vector<std::vector<std::string>>{{"zh-Hant"}, {}}));
+
+    appleLanguages.clear();
+    EXPECT_EQ(start().language(), std::nullopt);
+}
