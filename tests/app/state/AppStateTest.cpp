@@ -96,6 +96,29 @@ protected:
     std::unique_ptr<AppState> launched;
 };
 
+/// A value of the setting's type other than `value`, never none.
+bool changed(bool value) { return !value; }
+std::optional<bool> changed(std::optional<bool> value) { return !value.value_or(false); }
+std::optional<double> changed(std::optional<double> value) { return value.value_or(0) + 0.5; }
+std::int64_t changed(std::int64_t value) { return value + 1; }
+std::optional<std::int64_t> changed(std::optional<std::int64_t> value) { return value.value_or(0) + 1; }
+HotkeyModifiers changed(HotkeyModifiers value) { return HotkeyModifiers{value.rawValue ^ HotkeyModifiers::command}; }
+std::optional<Hotkey> changed(std::optional<Hotkey> value) {
+    return Hotkey{static_cast<std::uint16_t>(value ? value->keyCode + 1 : 30), HotkeyModifiers{HotkeyModifiers::command}};
+}
+NativeDockMode changed(NativeDockMode value) {
+    return value == NativeDockMode::hidden ? NativeDockMode::unchanged : NativeDockMode::hidden;
+}
+DockStyle changed(DockStyle value) {
+    value.showsTrash = !value.showsTrash;
+    return value;
+}
+JSONValue changed(const JSONValue& value) {
+    return value == JSONValue(JSONValue::Object{}) ? JSONValue(JSONValue::Object{{"/Users/me/Downloads", JSONValue::Object{}}})
+                                                  : JSONValue(JSONValue::Object{});
+}
+std::optional<Date> changed(std::optional<Date> value) { return Date{value ? value->sinceReferenceDate + 1 : 42}; }
+
 } // namespace
 
 TEST_F(Launch, AFirstLaunchWithADockSeedsDefaultAndALaterOneKeepsIt) {
@@ -377,4 +400,33 @@ TEST_F(Launch, TheFirstPreferredLanguageIsTheLanguageSettingAndWritingItWritesTh
 
     appleLanguages.clear();
     EXPECT_EQ(start().language(), std::nullopt);
+}
+
+TEST_F(Launch, EveryUserSettingHasAMirrorWhoseWritesReachTheUserDefaults) {
+    std::vector<std::string_view> names;
+    for (const auto& field : AppPreferences::fields()) names.push_back(field.name);
+    EXPECT_EQ(names, (std::vector<std::string_view>{
+                         "usesOwnDock", "filtersByDesktop", "hidesDockWhenCovered", "showsAppDockMenuItems",
+                         "widgetsFollowIconPack", "reservesDockSpace", "autoHidesDock", "dockRevealDelay",
+                         "usesPrivateDockSpace", "showsDockOnEveryDisplay", "dockStyle", "stackOptions",
+                         "showsWorkspaceSwitcherInDock", "numberedWorkspaceHotkeys", "workspaceHotkeyModifiers",
+                         "focusDockHotkey", "nextWorkspaceHotkey", "previousWorkspaceHotkey",
+                         "switchesWorkspaceByGesture", "nativeDockMode", "launchAtLogin", "onboardingVersion",
+                         "onboardingPage", "downloadsTileMigrated", "downloadsSeenAt"}));
+
+    auto& state = start();
+    for (const auto& field : AppPreferences::fields()) {
+        auto before = state.settings();
+        state.changeSettings([&](AppSettings& settings) {
+            std::visit([&](auto member) { settings.*member = changed(settings.*member); }, field.member);
+        });
+        EXPECT_NE(state.settings(), before) << field.name;
+        EXPECT_TRUE(defaults.value(AppPreferences::key(field.name))) << field.name;
+        EXPECT_EQ(AppPreferences(defaults).load(), state.settings()) << field.name << " is read back as written";
+    }
+    EXPECT_EQ(state.lastError(), std::nullopt);
+
+    state.restoreDefaultSettings();
+    EXPECT_EQ(state.settings(), AppSettings{});
+    EXPECT_EQ(AppPreferences(defaults).load(), AppSettings{});
 }
