@@ -1,8 +1,10 @@
 #include "CorvaneApp/state/AppState.hpp"
 
 #include "CorvaneApp/automation/WantedHotkeys.hpp"
+#include "CorvaneApp/preferences/InterfaceLanguage.hpp"
 #include "CorvaneCore/automation/FocusBinding.hpp"
 #include "CorvaneCore/automation/WorkspaceCycle.hpp"
+#include "CorvaneCore/widgets/DockSlot.hpp"
 #include "CorvaneCore/widgets/WidgetPlacement.hpp"
 #include "CorvaneCore/workspace/ProfileTransfer.hpp"
 #include "CorvaneCore/workspace/WorkspaceAppPlan.hpp"
@@ -76,7 +78,8 @@ AppState::AppState(AppStores stores, DockSwapper& swapper, GlobalHotkeyManager& 
     }
 
     settings_ = preferences_.load();
-    if (services_.preferredLanguages) languages_ = services_.preferredLanguages();
+    if (services_.preferredLanguages)
+        language_ = InterfaceLanguage::fromPreferredLanguages(services_.preferredLanguages());
 
     refresh();
     log.info(category, std::string("AppState init: fileExistedOnLoad=") +
@@ -89,6 +92,7 @@ AppState::AppState(AppStores stores, DockSwapper& swapper, GlobalHotkeyManager& 
     desktopMonitor_.onDesktopWillChange = [this] { call(callbacks.onDesktopWillChange); };
     desktopMonitor_.onDesktopChange = [this](const auto& desktops) { handleDesktopChange(desktops); };
     desktopMonitor_.start();
+    observeWidgetNotifications();
     syncWidgets();
     reconcileWidgetHelpers();
     registerHotkeys();
@@ -96,6 +100,7 @@ AppState::AppState(AppStores stores, DockSwapper& swapper, GlobalHotkeyManager& 
 }
 
 AppState::~AppState() {
+    stopObservingNotifications();
     focusMonitor_.stop();
     desktopMonitor_.stop();
     hotkeys_.stop();
@@ -311,6 +316,17 @@ void AppState::changeSettings(const std::function<void(AppSettings&)>& change) {
     if (hotkeysChange) registerHotkeys();
 }
 
+void AppState::setLanguage(const std::optional<std::string>& tag) {
+    auto language = tag ? InterfaceLanguage::fromTag(*tag) : std::nullopt;
+    if (language == language_) return;
+    if (!services_.setPreferredLanguages) {
+        services_.log.info(category, "language: the user's languages cannot be written here");
+        return;
+    }
+    services_.setPreferredLanguages(InterfaceLanguage::preferredLanguages(language));
+    language_ = language;
+}
+
 void AppState::registerHotkeys() {
     auto registry = HotkeyRegistry::build(profiles_, wantedHotkeys(settings_, widgetStore_->file().widgets));
     for (const auto& dropped : registry.dropped)
@@ -372,14 +388,52 @@ void AppState::handleDesktopChange(const DesktopWorkspaceMonitor::Desktops& desk
     if (due && due != activeProfileId_) switchTo(*due);
 }
 
+void AppState::observeWidgetNotifications() {
+    auto* notifier = services_.notifier;
+    if (!notifier) return;
+    observers_.push_back(notifier->observe(std::string(DockSlot::widgetsChangedNotification),
+                                           [this](const std::optional<std::string>&) { handleWidgetsChanged(); }));
+    observers_.push_back(notifier->observe(
+        std::string(DockSlot::editWidgetNotification), [this](const std::optional<std::string>& object) {
+            if (!object) return;
+            // The widget's id, or the bundle identifier of its placeholder when the request comes
+            // from a helper that knows only its own.
+            if (auto id = Uuid::parse(*object)) return handleEditWidgetRequest(*id);
+            if (auto address = WidgetAddress::fromBundleIdentifier(*object))
+                if (const auto* widget = widgetStore_->widget(*address)) handleEditWidgetRequest(widget->id);
+        }));
+}
+
+void AppState::stopObservingNotifications() {
+    for (auto token : observers_) services_.notifier->removeObserver(token);
+    observers_.clear();
+}
+
+void AppState::handleWidgetsChanged() {
+    if (widgetsUnreadable_) return;
+    try {
+        widgetStore_->reload();
+    } catch (const std::exception& error) {
+        // Half-written by another build, perhaps: the widgets known so far stay until it is fixed.
+        return services_.log.error(category, std::string("widgets file unreadable: ") + error.what());
+    }
+    // Comparing with what was synchronised, not with what was loaded before, also catches a
+    // change this process saved without synchronising.
+    if (widgetStore_->file() == syncedWidgets_) return;
+    syncWidgets();
+    reconcileWidgetHelpers();
+    registerHotkeys();
+}
+
 void AppState::syncWidgets() {
     // An unreadable widgets file would read as no widgets at all and strip every placeholder.
     if (widgetsUnreadable_) return;
+    const auto& file = widgetStore_->file();
+    syncedWidgets_ = file;
     if (!services_.widgetHelperPath) {
         services_.log.info(category, "widgets: no helper path, placeholders left as they are");
         return;
     }
-    const auto& file = widgetStore_->file();
     std::vector<Profile> changed;
     for (const auto& profile : stores_.profiles->file().profiles) {
         auto synced = WidgetPlacement::syncing(profile, file.widgets, file.unrecognized, services_.widgetHelperPath);
@@ -414,6 +468,7 @@ void AppState::scheduleLaunchRequests(const LaunchRequests& requests) {
 
 void AppState::quit() {
     backUpWorkspaces(WorkspaceBackup::Reason::quit);
+    stopObservingNotifications();
     focusMonitor_.stop();
     desktopMonitor_.stop();
     hotkeys_.stop();

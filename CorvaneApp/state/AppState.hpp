@@ -40,6 +40,9 @@ struct AppServices {
     /// The user's languages, most preferred first ("AppleLanguages" of the standard user
     /// defaults, a list, which the settings store has no type for).
     std::function<std::vector<std::string>()> preferredLanguages = {};
+    /// Writes "AppleLanguages" of the application's own defaults; an empty list removes the key,
+    /// so the system's languages apply again. Takes effect at the next launch.
+    std::function<void(const std::vector<std::string>&)> setPreferredLanguages = {};
     /// A workspace's documents with the Downloads folder's tile added (once):
     /// `downloadsTileAdding`. Unset leaves the first launch's Downloads tile for a later launch.
     std::function<std::vector<DockItem>(const std::vector<DockItem>&)> addingDownloadsTile = {};
@@ -89,7 +92,8 @@ public:
     const std::optional<Uuid>& activeProfileId() const { return activeProfileId_; }
     const std::optional<std::string>& lastError() const { return lastError_; }
     const AppSettings& settings() const { return settings_; }
-    const std::vector<std::string>& languages() const { return languages_; }
+    /// The interface language setting, read from the user's first language; none to follow the system.
+    const std::optional<std::string>& language() const { return language_; }
     bool isDegraded() const { return stores_.degraded; }
     const DisplayWorkspaces& displayWorkspaces() const { return displayWorkspaces_; }
     WorkspaceAppsController& workspaceApps() { return *workspaceApps_; }
@@ -126,6 +130,9 @@ public:
 
     /// Changes settings: what differs is written to the user defaults, and the hotkeys follow.
     void changeSettings(const std::function<void(AppSettings&)>& change);
+    /// Sets the interface language, writing "AppleLanguages". A tag is reduced as
+    /// `InterfaceLanguage::fromTag` does; none, or a tag naming no language, follows the system.
+    void setLanguage(const std::optional<std::string>& tag);
 
     /// Builds the hotkey registry from the workspaces, the settings and the colour pickers and
     /// hands it to the hotkey manager.
@@ -137,6 +144,10 @@ public:
     void handleDesktopChange(const DesktopWorkspaceMonitor::Desktops& desktops);
     /// Keeps the widgets' placeholders and stacks in every workspace in step with the widgets file.
     void syncWidgets();
+    /// The widgets file changed, perhaps in another process: reads it again and, when it holds
+    /// other widgets than those last synchronised, brings placeholders, helpers and hotkeys along.
+    void handleWidgetsChanged();
+    /// Opens the widget's editor through `onEditWidget`; a widget the file does not hold is ignored.
     void handleEditWidgetRequest(const Uuid& widget);
 
     /// Schedules the command-line requests after their delays; an unknown page or widget kind
@@ -163,6 +174,8 @@ private:
     void seedFirstProfileIfNeeded();
     void migrateDownloadsTile();
     void startFocusMonitor();
+    void observeWidgetNotifications();
+    void stopObservingNotifications();
     void reconcileWidgetHelpers() { call(callbacks.onReconcileWidgetHelpers); }
     /// The display that has the focus, else the first one the window server lists.
     std::optional<std::uint32_t> focusedDisplay(const DesktopWorkspaceMonitor::Desktops& desktops) const;
@@ -182,10 +195,14 @@ private:
     std::unique_ptr<ProfileSwitcher> switcher_;
     std::unique_ptr<WidgetStore> widgetStore_;
     bool widgetsUnreadable_ = false;
+    /// The widgets as last synchronised into the workspaces: a notice that finds the file still
+    /// holding them is this process's own save coming back.
+    WidgetsFile syncedWidgets_;
+    std::vector<Notifier::ObserverToken> observers_;
     DesktopWorkspaceMonitor desktopMonitor_;
 
     AppSettings settings_;
-    std::vector<std::string> languages_;
+    std::optional<std::string> language_;
     std::vector<Profile> profiles_;
     std::optional<Uuid> activeProfileId_;
     std::optional<std::string> lastError_;

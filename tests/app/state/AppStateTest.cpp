@@ -1,10 +1,11 @@
-// The application state over fakes: start-up, the one switch road, hotkeys, desktops, Focus and
-// the delayed launch requests, all on a manual clock.
+// The application state over fakes: start-up, the one switch road, hotkeys, desktops, Focus,
+// widget notices from other processes and the delayed launch requests, all on a manual clock.
 
 #include "CorvaneApp/render/DownloadsTileAdding.hpp"
 #include "CorvaneApp/state/AppState.hpp"
 #include "CorvaneCore/dock/DockPlistWriter.hpp"
 #include "CorvaneCore/dock/NoOpDockReloader.hpp"
+#include "CorvaneCore/widgets/WidgetPlacement.hpp"
 #include "CorvaneStorage/widgets/WidgetStore.hpp"
 #include "fakes/CapturingLog.hpp"
 #include "fakes/FakeDesktopServer.hpp"
@@ -14,6 +15,7 @@
 #include "fakes/InMemoryDockBackend.hpp"
 #include "fakes/InMemoryUserDefaults.hpp"
 #include "fakes/ManualScheduler.hpp"
+#include "fakes/RecordingNotifier.hpp"
 #include "fakes/TemporaryDirectory.hpp"
 #include "platform/posix/PlistFileBackend.hpp"
 
@@ -37,7 +39,10 @@ Profile workspace(std::string name, std::optional<std::string> focus = std::null
 
 class Launch : public ::testing::Test {
 protected:
-    Launch() { services.widgetHelperPath = [](std::optional<int>) { return std::string("/Applications/Helper.app"); }; }
+    Launch() {
+        services.widgetHelperPath = [](std::optional<int>) { return std::string("/Applications/Helper.app"); };
+        services.notifier = &notifier;
+    }
 
     void dockHolds(std::vector<DockItem> tiles) { DockPlistWriter(dock).write(DockSnapshot{std::move(tiles), {}, clock.now()}); }
     void fileHolds(const std::vector<Profile>& profiles, std::optional<Uuid> active = std::nullopt) {
@@ -87,9 +92,33 @@ protected:
     AppPreferences preferences{defaults};
     FakeRunningApplications apps;
     FakeDesktopServer desktops;
+    RecordingNotifier notifier;
     AppServices services{clock, scheduler, scheduler, log, apps, desktops, desktops, desktops};
     std::unique_ptr<AppState> launched;
 };
+
+/// A value of the setting's type other than `value`, never none.
+bool changed(bool value) { return !value; }
+std::optional<bool> changed(std::optional<bool> value) { return !value.value_or(false); }
+std::optional<double> changed(std::optional<double> value) { return value.value_or(0) + 0.5; }
+std::int64_t changed(std::int64_t value) { return value + 1; }
+std::optional<std::int64_t> changed(std::optional<std::int64_t> value) { return value.value_or(0) + 1; }
+HotkeyModifiers changed(HotkeyModifiers value) { return HotkeyModifiers{value.rawValue ^ HotkeyModifiers::command}; }
+std::optional<Hotkey> changed(std::optional<Hotkey> value) {
+    return Hotkey{static_cast<std::uint16_t>(value ? value->keyCode + 1 : 30), HotkeyModifiers{HotkeyModifiers::command}};
+}
+NativeDockMode changed(NativeDockMode value) {
+    return value == NativeDockMode::hidden ? NativeDockMode::unchanged : NativeDockMode::hidden;
+}
+DockStyle changed(DockStyle value) {
+    value.showsTrash = !value.showsTrash;
+    return value;
+}
+JSONValue changed(const JSONValue& value) {
+    return value == JSONValue(JSONValue::Object{}) ? JSONValue(JSONValue::Object{{"/Users/me/Downloads", JSONValue::Object{}}})
+                                                  : JSONValue(JSONValue::Object{});
+}
+std::optional<Date> changed(std::optional<Date> value) { return Date{value ? value->sinceReferenceDate + 1 : 42}; }
 
 } // namespace
 
@@ -309,4 +338,123 @@ TEST_F(Launch, LaunchRequestsNeedAValueAndWaitForTheirDelays) {
     launched.reset();
     scheduler.advance(1);
     EXPECT_EQ(opened.size(), 3u) << "requests of a state that is gone are dropped";
+}
+
+TEST_F(Launch, AnotherProcessesWidgetChangesReachThePlaceholdersAndOwnEchoesAreIgnored) {
+    DockWidget timer(Uuid::generate(), "Timer", std::nullopt, DockWidgetKind(TimerSettings{}));
+    WidgetStore(data / "widgets.json").create(timer);
+    auto work = WidgetPlacement::setting(timer, true, workspace("Work"), "/Applications/Helper.app");
+    fileHolds({work}, work.id);
+    auto& state = start();
+    int reconciles = 0;
+    state.callbacks.onReconcileWidgetHelpers = [&] { ++reconciles; };
+    auto placeholderName = [&] { return state.profiles()[0].items.back().app()->displayName; };
+    ASSERT_EQ(placeholderName(), "Timer");
+
+    WidgetStore elsewhere(data / "widgets.json");
+    timer.name = "Tea";
+    elsewhere.update(timer);
+    notifier.deliver("dev.tessik.corvane.widgetsChanged");
+    EXPECT_EQ(placeholderName(), "Tea");
+    EXPECT_EQ(readText(data / "profiles.json").find("\"Timer\""), std::string::npos);
+    EXPECT_EQ(reconciles, 1);
+
+    // This process's own save heard back after it was synchronised changes nothing more.
+    timer.name = "Kettle";
+    state.widgetStore().update(timer);
+    state.syncWidgets();
+    auto profilesFile = readText(data / "profiles.json");
+    notifier.deliver("dev.tessik.corvane.widgetsChanged");
+    EXPECT_EQ(reconciles, 1);
+    EXPECT_EQ(readText(data / "profiles.json"), profilesFile);
+    EXPECT_EQ(placeholderName(), "Kettle");
+
+    // A save of this process nobody synchronised is still brought to the workspaces by its echo.
+    state.widgetStore().remove(timer.id);
+    notifier.deliver("dev.tessik.corvane.widgetsChanged");
+    EXPECT_EQ(state.profiles()[0].items.size(), 1u) << "the removed widget's placeholder goes";
+    EXPECT_EQ(reconciles, 2);
+}
+
+TEST_F(Launch, AWidgetsFileBrokenElsewhereKeepsTheWidgetsKnownSoFar) {
+    DockWidget timer(Uuid::generate(), "Timer", std::nullopt, DockWidgetKind(TimerSettings{}));
+    WidgetStore(data / "widgets.json").create(timer);
+    auto work = WidgetPlacement::setting(timer, true, workspace("Work"), "/Applications/Helper.app");
+    fileHolds({work}, work.id);
+    auto& state = start();
+    writeText(data / "widgets.json", "{ half written");
+    notifier.deliver("dev.tessik.corvane.widgetsChanged");
+    lineOf("widgets file unreadable: ");
+    EXPECT_EQ(state.profiles()[0].items.size(), 2u);
+    EXPECT_NE(state.widgetStore().widget(WidgetAddress::id(timer.id)), nullptr);
+}
+
+TEST_F(Launch, EditRequestsOpenKnownWidgetsOnlyAndStopWithTheState) {
+    DockWidget timer(Uuid::generate(), "Timer", 4, DockWidgetKind(TimerSettings{}));
+    WidgetStore(data / "widgets.json").create(timer);
+    auto& state = start();
+    std::vector<Uuid> edited;
+    state.callbacks.onEditWidget = [&](const Uuid& id) { edited.push_back(id); };
+
+    notifier.deliver("dev.tessik.corvane.editWidget", timer.id.string());
+    notifier.deliver("dev.tessik.corvane.editWidget", "dev.tessik.Corvane.Slot4");
+    EXPECT_EQ(edited, (std::vector<Uuid>{timer.id, timer.id}));
+    notifier.deliver("dev.tessik.corvane.editWidget", Uuid::generate().string());
+    notifier.deliver("dev.tessik.corvane.editWidget", "dev.tessik.Corvane.Slot5");
+    notifier.deliver("dev.tessik.corvane.editWidget", "not a widget");
+    notifier.deliver("dev.tessik.corvane.editWidget");
+    EXPECT_EQ(edited.size(), 2u);
+
+    EXPECT_EQ(notifier.observerCount(), 2u);
+    launched.reset();
+    EXPECT_EQ(notifier.observerCount(), 0u);
+}
+
+TEST_F(Launch, TheFirstPreferredLanguageIsTheLanguageSettingAndWritingItWritesTheList) {
+    std::vector<std::string> appleLanguages = {"de-CH", "en-GB"};
+    std::vector<std::vector<std::string>> written;
+    services.preferredLanguages = [&] { return appleLanguages; };
+    services.setPreferredLanguages = [&](const std::vector<std::string>& list) { written.push_back(list); };
+    auto& state = start();
+    EXPECT_EQ(state.language(), "de");
+
+    state.setLanguage("de");
+    EXPECT_TRUE(written.empty()) << "the language in use is not written again";
+    state.setLanguage("zh-Hant-TW");
+    EXPECT_EQ(state.language(), "zh-Hant");
+    state.setLanguage(std::nullopt);
+    EXPECT_EQ(state.language(), std::nullopt);
+    EXPECT_EQ(written, (std::vector<std::vector<std::string>>{{"zh-Hant"}, {}}));
+
+    appleLanguages.clear();
+    EXPECT_EQ(start().language(), std::nullopt);
+}
+
+TEST_F(Launch, EveryUserSettingHasAMirrorWhoseWritesReachTheUserDefaults) {
+    std::vector<std::string_view> names;
+    for (const auto& field : AppPreferences::fields()) names.push_back(field.name);
+    EXPECT_EQ(names, (std::vector<std::string_view>{
+                         "usesOwnDock", "filtersByDesktop", "hidesDockWhenCovered", "showsAppDockMenuItems",
+                         "widgetsFollowIconPack", "reservesDockSpace", "autoHidesDock", "dockRevealDelay",
+                         "usesPrivateDockSpace", "showsDockOnEveryDisplay", "dockStyle", "stackOptions",
+                         "showsWorkspaceSwitcherInDock", "numberedWorkspaceHotkeys", "workspaceHotkeyModifiers",
+                         "focusDockHotkey", "nextWorkspaceHotkey", "previousWorkspaceHotkey",
+                         "switchesWorkspaceByGesture", "nativeDockMode", "launchAtLogin", "onboardingVersion",
+                         "onboardingPage", "downloadsTileMigrated", "downloadsSeenAt"}));
+
+    auto& state = start();
+    for (const auto& field : AppPreferences::fields()) {
+        auto before = state.settings();
+        state.changeSettings([&](AppSettings& settings) {
+            std::visit([&](auto member) { settings.*member = changed(settings.*member); }, field.member);
+        });
+        EXPECT_NE(state.settings(), before) << field.name;
+        EXPECT_TRUE(defaults.value(AppPreferences::key(field.name))) << field.name;
+        EXPECT_EQ(AppPreferences(defaults).load(), state.settings()) << field.name << " is read back as written";
+    }
+    EXPECT_EQ(state.lastError(), std::nullopt);
+
+    state.restoreDefaultSettings();
+    EXPECT_EQ(state.settings(), AppSettings{});
+    EXPECT_EQ(AppPreferences(defaults).load(), AppSettings{});
 }
