@@ -29,7 +29,6 @@ namespace {
 
 std::string quoted(const std::string& text) { return "\"" + text + "\""; }
 
-template <typename> inline constexpr bool unhandled = false;
 using Field = AppPreferences::Field;
 
 // ---- settings as text and JSON -------------------------------------------------------------
@@ -67,7 +66,7 @@ std::string settingText(const Field& field, const AppSettings& settings) {
             else if constexpr (std::is_same_v<T, DockStyle>) return value == DockStyle{} ? "default" : "customized (prefs --json shows it)";
             else if constexpr (std::is_same_v<T, JSONValue>) return value.toJson().dump();
             else if constexpr (std::is_same_v<T, std::optional<Date>>) return value ? iso8601(*value, false) : "unset";
-            else static_assert(unhandled<T>);
+            else static_assert(sizeof(T) == 0, "every kind of setting is handled");
         },
         field.member);
 }
@@ -86,7 +85,7 @@ Json settingJson(const Field& field, const AppSettings& settings) {
             else if constexpr (std::is_same_v<T, DockStyle>) return encodeDockStyle(value);
             else if constexpr (std::is_same_v<T, JSONValue>) return value.toJson();
             else if constexpr (std::is_same_v<T, std::optional<Date>>) return value ? Json(iso8601(*value, false)) : Json();
-            else static_assert(unhandled<T>);
+            else static_assert(sizeof(T) == 0, "every kind of setting is handled");
         },
         field.member);
 }
@@ -194,7 +193,7 @@ void setSetting(const Field& field, const std::string& value, AppSettings& setti
                 if (!date) badValue(field, value, "an ISO 8601 date such as 2025-01-31T09:00:00Z, or unset");
                 target = date;
             } else {
-                static_assert(unhandled<T>);
+                static_assert(sizeof(T) == 0, "every kind of setting is handled");
             }
         },
         field.member);

@@ -10,8 +10,6 @@ namespace corvane {
 
 namespace {
 
-template <typename> inline constexpr bool unhandled = false;
-
 std::string text(const Bytes& data) { return std::string(data.begin(), data.end()); }
 Bytes bytes(const std::string& text) { return Bytes(text.begin(), text.end()); }
 
@@ -100,7 +98,7 @@ AppSettings AppPreferences::load() const {
                 } else if constexpr (std::is_same_v<T, std::optional<Date>>) {
                     if (auto v = defaults_.doubleValue(k)) target = Date{*v};
                 } else {
-                    static_assert(unhandled<T>);
+                    static_assert(sizeof(T) == 0, "every kind of setting is handled");
                 }
             },
             field.member);
@@ -143,7 +141,7 @@ void AppPreferences::store(const AppSettings& before, const AppSettings& after) 
                     if (value) defaults_.setDouble(k, value->sinceReferenceDate);
                     else defaults_.remove(k);
                 } else {
-                    static_assert(unhandled<T>);
+                    static_assert(sizeof(T) == 0, "every kind of setting is handled");
                 }
             },
             field.member);
