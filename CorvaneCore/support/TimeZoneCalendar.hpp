@@ -25,7 +25,7 @@ class TimeZoneCalendar final : public Calendar {
     CalendarDay day(Date date) const override;
     /// The first moment of `day`: its midnight, or the end of the gap where a clock change skips
     /// midnight.
-    Date startOfDay(CalendarDay day) const;
+    Date startOfDay(CalendarDay day) const override;
 
   private:
     TimeZoneCalendar(const void* zone, double offset, std::string name)
