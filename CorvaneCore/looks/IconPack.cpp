@@ -64,12 +64,13 @@ Manifest readManifest(const nlohmann::json& json) {
     return manifest;
 }
 
-nlohmann::json manifestJson(const std::filesystem::path& folder) {
+// A missing manifest reads as an empty one.
+std::string manifestText(const std::filesystem::path& folder) {
     std::ifstream stream(folder / IconPack::manifestFileName, std::ios::binary);
-    if (!stream) return nlohmann::json::object();
+    if (!stream) return {};
     std::ostringstream text;
     text << stream.rdbuf();
-    return nlohmann::json::parse(text.str(), nullptr, false); // a broken manifest is a missing one
+    return text.str();
 }
 
 bool isImage(const std::filesystem::path& file) {
@@ -117,6 +118,10 @@ std::string IconPack::key(std::string_view name) {
 }
 
 IconPack IconPack::load(const std::filesystem::path& folder) {
+    return load(folder, manifestText(folder));
+}
+
+IconPack IconPack::load(const std::filesystem::path& folder, std::string_view manifestBytes) {
     IconPack pack;
     pack.id = folder.filename().string();
     if (pack.id.empty()) pack.id = folder.parent_path().filename().string();
@@ -124,7 +129,8 @@ IconPack IconPack::load(const std::filesystem::path& folder) {
         auto key = IconPack::key(relative.stem().string());
         if (!key.empty()) pack.icons.emplace(key, folder / relative);
     }
-    auto manifest = readManifest(manifestJson(folder));
+    // A broken manifest is a missing one.
+    auto manifest = readManifest(nlohmann::json::parse(manifestBytes, nullptr, false));
     for (const auto& [app, relative] : manifest.icons) {
         auto key = IconPack::key(app);
         if (key.empty()) continue;

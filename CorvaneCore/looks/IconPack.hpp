@@ -46,6 +46,10 @@ struct IconPack {
     /// Reads the pack in `folder`. A missing or broken manifest leaves the pack to its file
     /// names. Throws `IconPackError` when the folder cannot be read.
     static IconPack load(const std::filesystem::path& folder);
+    /// The same with `manifest` read as the manifest's bytes, whatever the folder holds under
+    /// that name; icons and images the manifest names are still looked up in `folder`. Any
+    /// bytes are safe: ones that are no JSON object count as no manifest.
+    static IconPack load(const std::filesystem::path& folder, std::string_view manifest);
 
     /// How an application's icon was found.
     enum class Match { bundleIdentifier, name, bundleIdentifierLastPart };

@@ -97,20 +97,23 @@ const char* lastLineFeed(const char* begin, const char* end) {
 }
 
 // Wrong types spoil the line, as any decoder of the record would refuse it; null and missing
-// keys are simply absent.
+// keys are simply absent, and so is an empty text: an empty id would make one message of every
+// record that has it.
 enum class Field { absent, present, wrong };
 
 Field stringField(simdjson::dom::object object, std::string_view key, std::string_view& value) {
     simdjson::dom::element element;
     if (object.at_key(key).get(element)) return Field::absent;
     if (element.is_null()) return Field::absent;
-    return element.get_string().get(value) ? Field::wrong : Field::present;
+    if (element.get_string().get(value)) return Field::wrong;
+    return value.empty() ? Field::absent : Field::present;
 }
 
+// A count below zero is no count: it would take tokens off the totals.
 bool tokenField(simdjson::dom::object usage, std::string_view key, std::int64_t& value) {
     simdjson::dom::element element;
     if (usage.at_key(key).get(element) || element.is_null()) return true;
-    return !element.get_int64().get(value);
+    return !element.get_int64().get(value) && value >= 0;
 }
 
 /// Calls `visit(folder's descriptor, name, type)` for each entry not starting with ".", so that

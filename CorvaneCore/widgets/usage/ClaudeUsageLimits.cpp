@@ -57,6 +57,8 @@ std::optional<ClaudeUsageWindow> payloadWindow(const Json* window) {
     auto resets = number(*window, "resets_at");
     if (!used && !utilization) return std::nullopt;
     ClaudeUsageWindow result{used ? *used : *utilization * 100};
+    // A share past any double says nothing, and would not survive being written out.
+    if (!std::isfinite(result.usedPercentage)) return std::nullopt;
     if (resets) result.resetsAt = Date::fromUnixTime(*resets);
     return result;
 }

@@ -71,6 +71,11 @@ TEST(IconPack, LoadsImagesByFileNameAndManifestEntriesOverThem) {
     writeText(folder / "pack.json", R"({"padding": -1, "name": 7})");
     EXPECT_EQ(IconPack::load(folder).padding, 0);
     EXPECT_EQ(IconPack::load(folder).name, "Flat Pack");
+    // Manifest bytes handed in stand for the folder's own; their files are still the folder's.
+    auto handed = IconPack::load(folder, R"({"name": "Handed", "icons": {"Safari": "Mail.png", "Mail": "../outside.png"}})");
+    EXPECT_EQ(handed.name, "Handed");
+    EXPECT_EQ(handed.icons["safari"], folder / "Mail.png");
+    EXPECT_EQ(handed.icons["mail"], folder / "Mail.png");
 
     EXPECT_THROW(IconPack::load(root / "missing"), IconPackError);
 }

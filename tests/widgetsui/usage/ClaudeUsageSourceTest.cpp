@@ -51,6 +51,11 @@ TEST(ClaudeUsageSource, DecodesUsageLinesAndSkipsEverythingElse) {
     EXPECT_EQ(uuidEntry->id, "u");
     EXPECT_EQ(uuidEntry->timestamp, Date::fromUnixTime(1749549600.5));
     EXPECT_EQ(uuidEntry->tokens(), 0);
+    // An empty id is no id: records that all carry "" are not one message.
+    auto emptyRequest = R"({"message":{"id":"msg_9","usage":{}},"requestId":"","uuid":"u","timestamp":"2025-06-10T12:00:00Z"})";
+    EXPECT_EQ(ClaudeUsageSource::entry(emptyRequest, std::nullopt)->id, "msg_9");
+    auto emptyMessage = R"({"message":{"id":"","usage":{}},"uuid":"u","timestamp":"2025-06-10T12:00:00Z"})";
+    EXPECT_EQ(ClaudeUsageSource::entry(emptyMessage, std::nullopt)->id, "u");
 
     for (std::string bad : {
              std::string(R"({"message":{"usage":{}},"timestamp":"2025-06-10T12:00:00Z"})"),   // no id at all
@@ -61,6 +66,9 @@ TEST(ClaudeUsageSource, DecodesUsageLinesAndSkipsEverythingElse) {
              std::string(R"({"message":{"usage":{"input_tokens":"5"}},"uuid":"u","timestamp":"2025-06-10T12:00:00Z"})"),
              std::string(R"({"message":{"usage":{"input_tokens":1.5}},"uuid":"u","timestamp":"2025-06-10T12:00:00Z"})"),
              std::string(R"({"message":{"usage":{}},"uuid":7,"timestamp":"2025-06-10T12:00:00Z"})"),
+             std::string(R"({"message":{"usage":{}},"requestId":"","uuid":"","timestamp":"2025-06-10T12:00:00Z"})"),
+             std::string(R"({"message":{"usage":{"output_tokens":-5}},"uuid":"u","timestamp":"2025-06-10T12:00:00Z"})"),
+             std::string(R"({"message":{"usage":{"cache_read_input_tokens":-1}},"uuid":"u","timestamp":"2025-06-10T12:00:00Z"})"),
              std::string(R"({"message":{"usage":{}},"uuid":"u","timestamp":"2025-06-10T12:00:00Z"} trailing)"),
              line.substr(0, line.size() / 2), // half written
              std::string("[\"usage\"]"), std::string("\"usage\""), std::string(),

@@ -137,6 +137,7 @@ TEST(ClaudeUsageLimitsFormat, PayloadsGiveWindowsOnlyWhenOneIsThere) {
                      R"({"rate_limits": {}, "subscription_type": "pro"})", R"({"session_id": "x"})",
                      R"({"rate_limits": {"five_hour": {"used_percentage": "42"}}})",
                      R"({"rate_limits": [1], "subscription_type": "pro"})",
+                     R"({"rate_limits": {"five_hour": {"utilization": 1e307}}})",
                      R"({"rate_limits": {"five_hour": {"used_percentage": 4}}, "subscription_type": 3})",
                      "[1, 2]", "{\"rate_limits\":", "", "\xff\xfe"})
         EXPECT_EQ(ClaudeUsageLimitsFormat::limits(bad, readAt), std::nullopt) << bad;
