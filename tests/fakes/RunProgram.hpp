@@ -6,6 +6,7 @@
 #include <spawn.h>
 #include <sys/wait.h>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,8 @@ struct ProgramResult {
     std::string err;
 };
 
-/// Runs `program` with `arguments` and exactly `environment`, capturing both streams.
+/// Runs `program` with `arguments` and exactly `environment` (plus the sanitizers' options, so a
+/// sanitized child obeys the same suppressions), capturing both streams.
 inline ProgramResult runProgram(const std::string& program, const std::vector<std::string>& arguments,
                                 const std::vector<std::string>& environment) {
     TemporaryDirectory streams;
@@ -31,7 +33,11 @@ inline ProgramResult runProgram(const std::string& program, const std::vector<st
     for (const auto& a : arguments) argv.push_back(const_cast<char*>(a.c_str()));
     argv.push_back(nullptr);
     std::vector<char*> envp;
+    std::vector<std::string> inherited;
+    for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"})
+        if (const char* value = std::getenv(name)) inherited.push_back(std::string(name) + "=" + value);
     for (const auto& e : environment) envp.push_back(const_cast<char*>(e.c_str()));
+    for (const auto& e : inherited) envp.push_back(const_cast<char*>(e.c_str()));
     envp.push_back(nullptr);
     ProgramResult result;
     pid_t pid = 0;

@@ -90,6 +90,7 @@ TEST(ClipboardModel, ClosingSavesWhatIsPendingAndDropsLateResults) {
         EXPECT_EQ(h.scheduler.pendingCount(), 2u); // the next poll and the save
         model.write(model.items()[0].id);
     }
+    h.queues.clear(); // gone with the model, after running what they held
     // Late results reach nothing, and no timer is left running.
     h.settle(10);
     EXPECT_EQ(h.scheduler.pendingCount(), 0u);
