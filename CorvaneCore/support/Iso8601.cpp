@@ -95,17 +95,29 @@ bool isInternetDateTime(std::string_view text) {
 
 } // namespace
 
+namespace {
+
+// An offset can carry a time of year 9999 past its end; four-digit years are all a date is
+// written with, so such a time is refused rather than read into one that cannot be written back.
+std::optional<Date> withinFourDigitYears(Date date) {
+    constexpr double first = -62167219200, pastLast = 253402300800; // 0000-01-01, 10000-01-01
+    if (!(date.unixTime() >= first && date.unixTime() < pastLast)) return std::nullopt;
+    return date;
+}
+
+} // namespace
+
 std::optional<Date> parseIso8601(std::string_view text) {
     using namespace std::chrono;
     if (auto moment = quickInternetDateTime(text))
-        return Date::fromUnixTime(duration<double>(*moment).count());
+        return withinFourDigitYears(Date::fromUnixTime(duration<double>(*moment).count()));
     if (!isInternetDateTime(text)) return std::nullopt;
     for (const char* format : {"%FT%T%Ez", "%FT%TZ"}) {
         std::istringstream stream{std::string(text)};
         date::sys_time<microseconds> moment;
         stream >> date::parse(format, moment);
         if (!stream.fail() && stream.peek() == std::char_traits<char>::eof())
-            return Date::fromUnixTime(duration<double>(moment.time_since_epoch()).count());
+            return withinFourDigitYears(Date::fromUnixTime(duration<double>(moment.time_since_epoch()).count()));
     }
     return std::nullopt;
 }
