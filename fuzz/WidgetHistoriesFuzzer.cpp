@@ -8,27 +8,13 @@
 
 using namespace corvane;
 
-namespace {
-
-template <typename Decode, typename Encode> void roundTrip(std::string_view text, Decode decode, Encode encode) {
-    decltype(decode(text)) value;
-    try {
-        value = decode(text);
-    } catch (const DecodingError&) {
-        return;
-    }
-    FUZZ_CHECK(decode(encode(value)) == value);
-}
-
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) return 0;
     auto text = fuzz::text(data + 1, size - 1);
     switch (data[0] % 3) {
-    case 0: roundTrip(text, colourHistoryFromText, colourHistoryText); break;
-    case 1: roundTrip(text, emojiHistoryFromText, emojiHistoryText); break;
-    default: roundTrip(text, waterLogFromText, waterLogText); break;
+    case 0: fuzz::roundTrip(text, colourHistoryFromText, colourHistoryText); break;
+    case 1: fuzz::roundTrip(text, emojiHistoryFromText, emojiHistoryText); break;
+    default: fuzz::roundTrip(text, waterLogFromText, waterLogText); break;
     }
     return 0;
 }
