@@ -1,24 +1,13 @@
 #include "CorvaneCore/bar/DockStyle.hpp"
 
 #include "CorvaneCore/bar/DockMagnification.hpp"
+#include "CorvaneCore/support/RawValue.hpp"
 #include "CorvaneCore/workspace/Profile.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace corvane {
-
-namespace {
-
-template <typename Enum, std::size_t N>
-std::optional<Enum> fromRaw(const std::array<Enum, N>& cases, std::string_view raw) {
-    for (auto value : cases)
-        if (rawValue(value) == raw) return value;
-    return std::nullopt;
-}
-
-} // namespace
 
 std::string_view rawValue(HoverEffect effect) {
     switch (effect) {
@@ -33,7 +22,7 @@ std::string_view rawValue(HoverEffect effect) {
 }
 
 std::optional<HoverEffect> hoverEffectFromRaw(std::string_view raw) {
-    return fromRaw(std::array{HoverEffect::none, HoverEffect::scale, HoverEffect::magnify}, raw);
+    return caseWithRawValue({HoverEffect::none, HoverEffect::scale, HoverEffect::magnify}, raw);
 }
 
 std::string_view rawValue(LaunchAnimation animation) {
@@ -49,7 +38,7 @@ std::string_view rawValue(LaunchAnimation animation) {
 }
 
 std::optional<LaunchAnimation> launchAnimationFromRaw(std::string_view raw) {
-    return fromRaw(std::array{LaunchAnimation::bounce, LaunchAnimation::pulse, LaunchAnimation::shake}, raw);
+    return caseWithRawValue({LaunchAnimation::bounce, LaunchAnimation::pulse, LaunchAnimation::shake}, raw);
 }
 
 std::string_view rawValue(IndicatorStyle style) {
@@ -63,7 +52,7 @@ std::string_view rawValue(IndicatorStyle style) {
 }
 
 std::optional<IndicatorStyle> indicatorStyleFromRaw(std::string_view raw) {
-    return fromRaw(std::array{IndicatorStyle::dot, IndicatorStyle::dash}, raw);
+    return caseWithRawValue({IndicatorStyle::dot, IndicatorStyle::dash}, raw);
 }
 
 std::string_view rawValue(TrashIcon icon) {
@@ -87,9 +76,9 @@ std::string_view rawValue(TrashIcon icon) {
 }
 
 std::optional<TrashIcon> trashIconFromRaw(std::string_view raw) {
-    return fromRaw(std::array{TrashIcon::system, TrashIcon::wire, TrashIcon::aqua, TrashIcon::steel,
-                              TrashIcon::snow, TrashIcon::neon, TrashIcon::recycle},
-                   raw);
+    return caseWithRawValue({TrashIcon::system, TrashIcon::wire, TrashIcon::aqua, TrashIcon::steel,
+                             TrashIcon::snow, TrashIcon::neon, TrashIcon::recycle},
+                            raw);
 }
 
 DockAppearance DockStyle::applied(const DockAppearance& dock) const {

@@ -1,6 +1,7 @@
 #include "CorvaneCore/bar/StackOptions.hpp"
 
 #include "CorvaneCore/looks/LenientJson.hpp"
+#include "CorvaneCore/support/RawValue.hpp"
 
 namespace corvane {
 
@@ -28,9 +29,7 @@ std::string_view rawValue(StackOptions::SortOrder order) {
 
 std::optional<StackOptions::SortOrder> sortOrderFromRaw(std::string_view raw) {
     using S = StackOptions::SortOrder;
-    for (auto order : {S::name, S::kind, S::dateAdded})
-        if (rawValue(order) == raw) return order;
-    return std::nullopt;
+    return caseWithRawValue({S::name, S::kind, S::dateAdded}, raw);
 }
 
 nlohmann::json encodeStackOptions(const StackOptions& options) {

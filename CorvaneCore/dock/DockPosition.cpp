@@ -1,5 +1,7 @@
 #include "CorvaneCore/dock/DockPosition.hpp"
 
+#include "CorvaneCore/support/RawValue.hpp"
+
 namespace corvane {
 
 std::string_view rawValue(DockPosition position) {
@@ -12,9 +14,7 @@ std::string_view rawValue(DockPosition position) {
 }
 
 std::optional<DockPosition> dockPositionFromRaw(std::string_view raw) {
-    for (auto position : {DockPosition::bottom, DockPosition::left, DockPosition::right})
-        if (rawValue(position) == raw) return position;
-    return std::nullopt;
+    return caseWithRawValue({DockPosition::bottom, DockPosition::left, DockPosition::right}, raw);
 }
 
 DockPosition dockPositionFromNativeOrientation(std::optional<std::string_view> orientation) {

@@ -1,6 +1,7 @@
 #include "CorvaneCore/dock/NativeDockPreferences.hpp"
 
 #include "CorvaneCore/support/JsonCoding.hpp"
+#include "CorvaneCore/support/RawValue.hpp"
 
 namespace corvane {
 
@@ -50,9 +51,8 @@ std::string_view rawValue(NativeDockMode mode) {
 }
 
 std::optional<NativeDockMode> nativeDockModeFromRaw(std::string_view raw) {
-    for (auto mode : {NativeDockMode::unchanged, NativeDockMode::autoHide, NativeDockMode::hidden})
-        if (rawValue(mode) == raw) return mode;
-    return std::nullopt;
+    return caseWithRawValue({NativeDockMode::unchanged, NativeDockMode::autoHide, NativeDockMode::hidden},
+                            raw);
 }
 
 NativeDockMode resolved(NativeDockMode mode, DockPosition barPosition, DockPosition nativePosition) {

@@ -1,7 +1,8 @@
 #include "CorvaneCore/looks/DockTheme.hpp"
 
+#include "CorvaneCore/support/RawValue.hpp"
+
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace corvane {
@@ -147,13 +148,6 @@ std::vector<DockTheme> makeSeasonalThemes() {
     };
 }
 
-template <typename Enum, std::size_t N>
-std::optional<Enum> fromRaw(const std::array<Enum, N>& cases, std::string_view raw) {
-    for (auto value : cases)
-        if (rawValue(value) == raw) return value;
-    return std::nullopt;
-}
-
 } // namespace
 
 std::optional<Background::Colors> Background::colors() const {
@@ -282,7 +276,7 @@ std::string_view rawValue(DockTheme::Particles particles) {
 
 std::optional<DockTheme::Particles> particlesFromRaw(std::string_view raw) {
     using P = DockTheme::Particles;
-    return fromRaw(std::array{P::snow, P::bats, P::fog, P::leaves}, raw);
+    return caseWithRawValue({P::snow, P::bats, P::fog, P::leaves}, raw);
 }
 
 std::string_view rawValue(DockTheme::EdgeCover cover) {
@@ -301,7 +295,7 @@ std::string_view rawValue(DockTheme::EdgeCover cover) {
 
 std::optional<DockTheme::EdgeCover> edgeCoverFromRaw(std::string_view raw) {
     using E = DockTheme::EdgeCover;
-    return fromRaw(std::array{E::snow, E::cobwebs, E::slime, E::leaves}, raw);
+    return caseWithRawValue({E::snow, E::cobwebs, E::slime, E::leaves}, raw);
 }
 
 std::string_view rawValue(DockTheme::Bulb bulb) {
@@ -318,7 +312,7 @@ std::string_view rawValue(DockTheme::Bulb bulb) {
 
 std::optional<DockTheme::Bulb> bulbFromRaw(std::string_view raw) {
     using B = DockTheme::Bulb;
-    return fromRaw(std::array{B::bulb, B::pumpkin, B::ghost}, raw);
+    return caseWithRawValue({B::bulb, B::pumpkin, B::ghost}, raw);
 }
 
 } // namespace corvane

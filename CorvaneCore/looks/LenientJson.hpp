@@ -6,11 +6,24 @@
 
 #include <nlohmann/json.hpp>
 
+#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace corvane::lenient {
+
+/// A whole document; text that is not JSON at all (an HTML error page, a cut-off body, a number
+/// past what a double holds) reads as none.
+inline std::optional<nlohmann::json> document(std::string_view text) {
+    try {
+        auto value = nlohmann::json::parse(text.begin(), text.end(), nullptr, false);
+        if (value.is_discarded()) return std::nullopt;
+        return value;
+    } catch (const std::exception&) {
+        return std::nullopt;
+    }
+}
 
 inline const nlohmann::json* value(const nlohmann::json& object, std::string_view key) {
     if (!object.is_object()) return nullptr;

@@ -1,5 +1,6 @@
 #include "CorvaneCore/workspace/DockItem.hpp"
 
+#include "CorvaneCore/support/RawValue.hpp"
 #include "CorvaneCore/support/Text.hpp"
 
 namespace corvane {
@@ -14,9 +15,7 @@ std::string_view rawValue(SpacerVariant variant) {
 }
 
 std::optional<SpacerVariant> spacerVariantFromRaw(std::string_view raw) {
-    for (auto variant : {SpacerVariant::small, SpacerVariant::flex, SpacerVariant::default_})
-        if (rawValue(variant) == raw) return variant;
-    return std::nullopt;
+    return caseWithRawValue({SpacerVariant::small, SpacerVariant::flex, SpacerVariant::default_}, raw);
 }
 
 std::string_view displayName(SpacerVariant variant) {

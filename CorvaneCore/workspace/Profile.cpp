@@ -1,5 +1,7 @@
 #include "CorvaneCore/workspace/Profile.hpp"
 
+#include "CorvaneCore/support/RawValue.hpp"
+
 namespace corvane {
 
 std::string_view rawValue(ProfileColor color) {
@@ -15,9 +17,7 @@ std::string_view rawValue(ProfileColor color) {
 }
 
 std::optional<ProfileColor> profileColorFromRaw(std::string_view raw) {
-    for (auto color : kAllProfileColors)
-        if (rawValue(color) == raw) return color;
-    return std::nullopt;
+    return caseWithRawValue(kAllProfileColors, raw);
 }
 
 std::string_view displayName(ProfileColor color) {
@@ -54,9 +54,8 @@ std::string_view rawValue(OtherWorkspaceApps rule) {
 }
 
 std::optional<OtherWorkspaceApps> otherWorkspaceAppsFromRaw(std::string_view raw) {
-    for (auto rule : {OtherWorkspaceApps::keep, OtherWorkspaceApps::hide, OtherWorkspaceApps::quit})
-        if (rawValue(rule) == raw) return rule;
-    return std::nullopt;
+    return caseWithRawValue({OtherWorkspaceApps::keep, OtherWorkspaceApps::hide, OtherWorkspaceApps::quit},
+                            raw);
 }
 
 } // namespace corvane

@@ -2,6 +2,7 @@
 
 #include "CorvaneCore/support/Iso8601.hpp"
 #include "CorvaneCore/support/JsonCoding.hpp"
+#include "CorvaneCore/support/RawValue.hpp"
 #include "CorvaneCore/workspace/ProfileCoding.hpp"
 #include "CorvaneFiles/AtomicFile.hpp"
 #include "CorvaneFiles/DataFileError.hpp"
@@ -76,10 +77,8 @@ std::string_view rawValue(WorkspaceBackup::Reason reason) {
 }
 
 std::optional<WorkspaceBackup::Reason> backupReasonFromRaw(std::string_view raw) {
-    for (auto reason : {WorkspaceBackup::Reason::launch, WorkspaceBackup::Reason::quit, WorkspaceBackup::Reason::restore,
-                        WorkspaceBackup::Reason::manual})
-        if (rawValue(reason) == raw) return reason;
-    return std::nullopt;
+    using R = WorkspaceBackup::Reason;
+    return caseWithRawValue({R::launch, R::quit, R::restore, R::manual}, raw);
 }
 
 WorkspaceBackupStore::WorkspaceBackupStore(fs::path dataDirectory, int limit)

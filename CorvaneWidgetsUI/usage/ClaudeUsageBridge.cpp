@@ -1,5 +1,6 @@
 #include "CorvaneWidgetsUI/usage/ClaudeUsageBridge.hpp"
 
+#include "CorvaneCore/looks/LenientJson.hpp"
 #include "CorvaneCore/support/JsonCoding.hpp"
 #include "CorvaneCore/support/Text.hpp"
 #include "CorvaneStorage/storage/AtomicFile.hpp"
@@ -88,11 +89,8 @@ std::optional<std::string> readQuietly(const fs::path& path) {
 }
 
 std::optional<Json> parseObject(const std::string& text) {
-    try {
-        auto value = Json::parse(text);
-        if (value.is_object()) return value;
-    } catch (const Json::exception&) {
-    }
+    auto value = lenient::document(text);
+    if (value && value->is_object()) return value;
     return std::nullopt;
 }
 

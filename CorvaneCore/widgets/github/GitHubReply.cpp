@@ -3,7 +3,6 @@
 #include "CorvaneCore/looks/LenientJson.hpp"
 #include "CorvaneCore/support/Iso8601.hpp"
 
-#include <exception>
 #include <limits>
 
 namespace corvane::GitHubReply {
@@ -11,16 +10,6 @@ namespace corvane::GitHubReply {
 namespace {
 
 using nlohmann::json;
-
-std::optional<json> parsed(std::string_view data) {
-    try {
-        auto value = json::parse(data.begin(), data.end(), nullptr, false);
-        if (value.is_discarded()) return std::nullopt;
-        return value;
-    } catch (const std::exception&) {
-        return std::nullopt;
-    }
-}
 
 // Whole numbers that fit; a fraction or a number past 2^63 is not a count or an issue number.
 std::optional<std::int64_t> integer(const json* value) {
@@ -85,7 +74,7 @@ std::optional<GitHubItem> item(const json& node) {
 } // namespace
 
 Items items(std::string_view data) {
-    auto reply = parsed(data);
+    auto reply = lenient::document(data);
     if (!reply || !reply->is_object()) return {{}, std::string(unreadable)};
     if (auto error = firstError(*reply)) return {{}, error};
     auto searches = lenient::value(*reply, "data");
@@ -101,7 +90,7 @@ Items items(std::string_view data) {
 }
 
 Contributions contributions(std::string_view data) {
-    auto reply = parsed(data);
+    auto reply = lenient::document(data);
     if (!reply || !reply->is_object()) return {std::nullopt, std::string(unreadable)};
     if (auto error = firstError(*reply)) return {std::nullopt, error};
     auto calendar = path(*reply, {"data", "viewer", "contributionsCollection", "contributionCalendar"});
@@ -127,7 +116,7 @@ Contributions contributions(std::string_view data) {
 }
 
 std::optional<std::string> errorMessage(std::string_view data) {
-    auto reply = parsed(data);
+    auto reply = lenient::document(data);
     return reply ? firstError(*reply) : std::nullopt;
 }
 

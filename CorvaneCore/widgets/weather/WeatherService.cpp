@@ -6,7 +6,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <exception>
 #include <utility>
 
 namespace corvane::WeatherService {
@@ -44,17 +43,6 @@ std::string fourDecimals(double value) {
     char buffer[64];
     std::snprintf(buffer, sizeof buffer, "%.4f", value);
     return buffer;
-}
-
-// A reply that is not JSON at all (an HTML error page, a cut-off body) reads as nothing.
-std::optional<json> parsed(std::string_view data) {
-    try {
-        auto value = json::parse(data.begin(), data.end(), nullptr, false);
-        if (value.is_discarded()) return std::nullopt;
-        return value;
-    } catch (const std::exception&) {
-        return std::nullopt;
-    }
 }
 
 std::optional<double> finite(const json& value) {
@@ -156,7 +144,7 @@ std::optional<std::string> searchURL(std::string_view city, std::string_view lan
 }
 
 std::optional<WeatherReading> reading(std::string_view data, Date now) {
-    auto reply = parsed(data);
+    auto reply = lenient::document(data);
     if (!reply || !reply->is_object()) return std::nullopt;
     auto current = lenient::value(*reply, "current");
     if (!current || !current->is_object()) return std::nullopt;
@@ -177,7 +165,7 @@ std::optional<WeatherReading> reading(std::string_view data, Date now) {
 }
 
 std::vector<WeatherPlace> places(std::string_view data) {
-    auto reply = parsed(data);
+    auto reply = lenient::document(data);
     if (!reply) return {};
     std::vector<WeatherPlace> result;
     for (const auto& entry : arrayOrEmpty(*reply, "results")) {
