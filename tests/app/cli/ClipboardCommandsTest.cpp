@@ -1,5 +1,5 @@
 #include "CorvaneStorage/widgets/clipboard/ClipboardHistoryFile.hpp"
-#include "fakes/RunProgram.hpp"
+#include "app/cli/ToolFixtures.hpp"
 #include "platform/posix/FileSecretStore.hpp"
 
 #include <gtest/gtest.h>
@@ -8,15 +8,10 @@ using namespace corvane;
 
 namespace {
 
-struct Installation {
-    TemporaryDirectory data;
+/// An installation with the sealed history file the tool works on, opened as the app opens it.
+struct ClipboardInstallation : Installation {
     FileSecretStore secrets{data.path()};
     ClipboardHistoryFile file{data / "clipboard.json.enc", secrets};
-
-    ProgramResult run(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), {"--data-dir", data.path().string()});
-        return runProgram(CORVANE_TOOL, arguments, {"HOME=" + data.path().string()});
-    }
 };
 
 ClipboardItem text(std::string value, bool pinned = false) {
@@ -26,7 +21,7 @@ ClipboardItem text(std::string value, bool pinned = false) {
 } // namespace
 
 TEST(ClipboardCommands, ListClearAndForgetWorkOnTheSealedHistory) {
-    Installation here;
+    ClipboardInstallation here;
     EXPECT_EQ(here.run({"clipboard", "list"}).out, "Nothing copied yet.\n");
     auto secret = text("Tr0ub4dor&3xyz");
     secret.isSensitive = true;
@@ -49,7 +44,7 @@ TEST(ClipboardCommands, ListClearAndForgetWorkOnTheSealedHistory) {
 }
 
 TEST(ClipboardCommands, ADamagedHistoryIsOneClearErrorAndStaysAsItWas) {
-    Installation here;
+    ClipboardInstallation here;
     here.file.write({text("a")});
     auto sealed = readText(here.file.url());
     writeText(here.file.url(), sealed.substr(0, 28));

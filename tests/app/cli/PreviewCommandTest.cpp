@@ -1,4 +1,4 @@
-#include "fakes/RunProgram.hpp"
+#include "app/cli/ToolFixtures.hpp"
 
 #include <gtest/gtest.h>
 
@@ -7,14 +7,6 @@
 using namespace corvane;
 
 namespace {
-
-struct Installation {
-    TemporaryDirectory data;
-    ProgramResult run(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), {"--data-dir", data.path().string()});
-        return runProgram(CORVANE_TOOL, arguments, {"HOME=" + data.path().string()});
-    }
-};
 
 // Width and height from a PNG's header chunk; zero when the bytes are no PNG.
 std::pair<std::uint32_t, std::uint32_t> pngSize(const std::string& bytes) {

@@ -22,6 +22,28 @@ struct Installation {
     }
 };
 
+/// A data folder found through the environment, the way the app finds its own, rather than
+/// named by --data-dir.
+class EnvironmentTool : public ::testing::Test {
+protected:
+    ProgramResult run(std::vector<std::string> arguments) {
+        return runProgram(
+            CORVANE_TOOL, arguments,
+            {"CORVANE_APP_SUPPORT_DIR=" + data.path().string(), "HOME=" + data.path().string(), "TZ=UTC0"});
+    }
+    /// The output of a run that must succeed and print nothing on stderr.
+    std::string ok(std::vector<std::string> arguments) {
+        auto result = run(std::move(arguments));
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(result.err, "");
+        return result.out;
+    }
+
+    TemporaryDirectory data;
+};
+
+inline std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
+
 /// A data folder and a copy of the sample Dock preferences file, which every run works on.
 class SampleDockTool : public ::testing::Test {
 protected:

@@ -1,7 +1,7 @@
 // The widget, water and colour commands end to end, run as a separate process.
 
 #include "CorvaneCore/support/JsonCoding.hpp"
-#include "fakes/RunProgram.hpp"
+#include "app/cli/ToolFixtures.hpp"
 
 #include <gtest/gtest.h>
 
@@ -11,19 +11,8 @@ using namespace corvane;
 
 namespace {
 
-class WidgetTool : public ::testing::Test {
+class WidgetTool : public EnvironmentTool {
   protected:
-    ProgramResult run(std::vector<std::string> arguments) {
-        return runProgram(
-            CORVANE_TOOL, arguments,
-            {"CORVANE_APP_SUPPORT_DIR=" + data.path().string(), "HOME=" + data.path().string(), "TZ=UTC0"});
-    }
-    std::string ok(std::vector<std::string> arguments) {
-        auto result = run(arguments);
-        EXPECT_EQ(result.status, 0) << result.err;
-        EXPECT_EQ(result.err, "");
-        return result.out;
-    }
     /// A command that must fail with `status`, one line on stderr, and change no file.
     std::string fails(std::vector<std::string> arguments, int status) {
         auto widgets = readText(data / "widgets.json"), profiles = readText(data / "profiles.json"),
@@ -55,13 +44,7 @@ class WidgetTool : public ::testing::Test {
         writeText(data / "profiles.json",
                   readText(std::string(CORVANE_TEST_DATA) + "/widgets/profiles-with-placeholders.json"));
     }
-
-    TemporaryDirectory data;
 };
-
-std::string firstLine(const std::string& text) {
-    return text.substr(0, text.find('\n'));
-}
 
 /// The entries of the widgets file that this build cannot read, as they stand.
 std::vector<Json> unreadable(const Json& widgetsFile) {

@@ -1,7 +1,7 @@
 // The corvane tool end to end, run as a separate process on a throw-away data folder.
 
 #include "CorvaneCore/support/Text.hpp"
-#include "fakes/RunProgram.hpp"
+#include "app/cli/ToolFixtures.hpp"
 
 #include <gtest/gtest.h>
 
@@ -9,25 +9,10 @@ using namespace corvane;
 
 namespace {
 
-class Tool : public ::testing::Test {
+class Tool : public EnvironmentTool {
 protected:
-    ProgramResult run(std::vector<std::string> arguments) {
-        return runProgram(CORVANE_TOOL, arguments,
-                          {"CORVANE_APP_SUPPORT_DIR=" + data.path().string(), "HOME=" + data.path().string()});
-    }
-    /// Runs a command that must succeed and returns its output.
-    std::string ok(std::vector<std::string> arguments) {
-        auto result = run(arguments);
-        EXPECT_EQ(result.status, 0) << result.err;
-        EXPECT_EQ(result.err, "");
-        return result.out;
-    }
     std::string profiles() const { return readText(data / "profiles.json"); }
-
-    TemporaryDirectory data;
 };
-
-std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
 
 } // namespace
 
