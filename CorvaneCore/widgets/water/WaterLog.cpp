@@ -29,7 +29,10 @@ void WaterLog::add(int millilitres, Date at, const Calendar& calendar) {
     if (it == days.end()) it = days.insert(days.end(), WaterDay{dayKey, 0});
     it->millilitres = std::max(0, it->millilitres + millilitres);
     if (millilitres > 0) lastPour = at;
-    if (days.size() > historyLength) days.erase(days.begin(), days.end() - historyLength);
+    // Newest by date, not by arrival: a late entry for an old day must not push out a newer one.
+    while (days.size() > historyLength)
+        days.erase(std::min_element(days.begin(), days.end(),
+                                    [](const WaterDay& a, const WaterDay& b) { return a.day < b.day; }));
 }
 
 void WaterLog::remove(int millilitres, Date at, const Calendar& calendar) {

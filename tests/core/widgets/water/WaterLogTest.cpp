@@ -57,6 +57,12 @@ TEST(WaterLog, SixtyOneDaysOfPoursKeepTheNewestSixty) {
     ASSERT_EQ(log.days.size(), WaterLog::historyLength);
     EXPECT_EQ(log.days.front().day, march3.adding(1).key());
     EXPECT_EQ(log.days.back().day, march3.adding(60).key());
+
+    // A late entry older than every kept day goes at once instead of pushing out a newer day.
+    log.add(200, on(march3.adding(-10), 12), calendar);
+    ASSERT_EQ(log.days.size(), WaterLog::historyLength);
+    EXPECT_EQ(log.total(on(march3.adding(-10), 13), calendar), 0);
+    EXPECT_EQ(log.total(on(march3.adding(1), 13), calendar), 200);
 }
 
 TEST(WaterLog, RemoveUndoesWithoutRefillingAndClearResetsOnlyThatDay) {
