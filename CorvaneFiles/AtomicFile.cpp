@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstddef>
 #include <cstring>
 #include <fcntl.h>
@@ -144,6 +145,53 @@ fs::path createTemporaryFolder(const fs::path& folder, std::string_view name) {
         auto candidate = folder / (prefix + randomLetters() + std::string(kSuffix));
         if (::mkdir(candidate.c_str(), 0755) == 0) return candidate;
         if (errno != EEXIST) throw DataFileError(DataFileError::Operation::write, candidate, std::strerror(errno));
+    }
+}
+
+namespace {
+
+// A folder: rename fails instead of replacing a folder that is not empty, and a published
+// folder never is.
+bool claimFolderName(const fs::path& finished, const fs::path& target) {
+    std::error_code ec;
+    if (fs::exists(target, ec)) return false;
+    if (::rename(finished.c_str(), target.c_str()) == 0) return true;
+    if (errno == EEXIST || errno == ENOTEMPTY || errno == ENOTDIR) return false;
+    throw DataFileError(DataFileError::Operation::write, target, std::strerror(errno));
+}
+
+// A file: rename would replace a file of the same name, a hard link never does.
+bool claimFileName(const fs::path& finished, const fs::path& target) {
+    if (::link(finished.c_str(), target.c_str()) == 0) {
+        ::unlink(finished.c_str());
+        return true;
+    }
+    if (errno == EEXIST) return false;
+    if (errno != EPERM && errno != ENOTSUP && errno != EOPNOTSUPP && errno != EMLINK)
+        throw DataFileError(DataFileError::Operation::write, target, std::strerror(errno));
+    // A file system without hard links: check, then rename.
+    std::error_code ec;
+    if (fs::exists(target, ec)) return false;
+    if (::rename(finished.c_str(), target.c_str()) == 0) return true;
+    throw DataFileError(DataFileError::Operation::write, target, std::strerror(errno));
+}
+
+} // namespace
+
+fs::path publishUnderFreeName(const fs::path& finished, const fs::path& folder, std::string_view stem,
+                              std::string_view extension) {
+    std::error_code ec;
+    const bool isFolder = fs::is_directory(finished, ec);
+    for (int counter = 0;; ++counter) {
+        std::string name(stem);
+        if (counter > 0) {
+            char suffix[16];
+            std::snprintf(suffix, sizeof suffix, "-%03d", counter);
+            name += suffix;
+        }
+        name += extension;
+        auto target = folder / name;
+        if (isFolder ? claimFolderName(finished, target) : claimFileName(finished, target)) return target;
     }
 }
 

@@ -40,6 +40,13 @@ void removeAbandonedTemporaries(const std::filesystem::path& folder);
 /// `DataFileError` (write).
 std::filesystem::path createTemporaryFolder(const std::filesystem::path& folder, std::string_view name);
 
+/// Moves a finished file or folder made in `folder` (see `createTemporaryFolder`) to the first
+/// name of `stem` + `extension`, `stem`-001 + `extension`, … that no one holds, and returns it.
+/// Claiming a name never replaces what another process published under it at the same moment.
+/// Throws `DataFileError` (write).
+std::filesystem::path publishUnderFreeName(const std::filesystem::path& finished, const std::filesystem::path& folder,
+                                           std::string_view stem, std::string_view extension = {});
+
 /// Whether `name` is a temporary file or folder of this writer (of any process).
 bool isTemporaryName(std::string_view name);
 

@@ -6,7 +6,6 @@
 #include "CorvaneStorage/storage/StoragePath.hpp"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace corvane {
 
@@ -17,16 +16,23 @@ fs::path BackupManager::snapshot() {
     StoragePath::createDirectory(directory_);
     // Every backup is a new name, so a write killed halfway is cleaned up here or never.
     removeAbandonedTemporaries(directory_);
-    auto stamp = iso8601(clock_.now());
-    std::replace(stamp.begin(), stamp.end(), ':', '-');
-    auto file = directory_ / ("dock-" + stamp + ".plist");
-    for (int counter = 1; fs::exists(file); ++counter) {
-        char suffix[16];
-        std::snprintf(suffix, sizeof suffix, "-%03d", counter);
-        file = directory_ / ("dock-" + stamp + suffix + ".plist");
+    auto stem = "dock-" + iso8601(clock_.now());
+    std::replace(stem.begin(), stem.end(), ':', '-');
+    // Written under a temporary name first, then given the first free name: two processes backing
+    // up within the same millisecond each keep their own file.
+    auto staging = createTemporaryFolder(directory_, stem);
+    try {
+        auto finished = staging / "dock.plist";
+        files_(finished)->writeTiles(tiles);
+        auto file = publishUnderFreeName(finished, directory_, stem, ".plist");
+        std::error_code ec;
+        fs::remove(staging, ec); // empty now; a leftover would be cleared by the next backup
+        return file;
+    } catch (...) {
+        std::error_code ec;
+        fs::remove_all(staging, ec);
+        throw;
     }
-    files_(file)->writeTiles(tiles);
-    return file;
 }
 
 std::vector<fs::path> BackupManager::listBackups() const {

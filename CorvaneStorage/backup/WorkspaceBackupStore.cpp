@@ -6,6 +6,7 @@
 #include "CorvaneCore/workspace/ProfileCoding.hpp"
 #include "CorvaneFiles/AtomicFile.hpp"
 #include "CorvaneFiles/DataFileError.hpp"
+#include "CorvaneFiles/FileLock.hpp"
 
 #include <algorithm>
 #include <cerrno>
@@ -44,24 +45,6 @@ std::optional<WorkspaceBackup> readBackup(const fs::path& folder) {
     } catch (const std::exception&) {
         return std::nullopt; // an unfinished or foreign folder is not a backup
     }
-}
-
-/// Renames the finished backup to the first free name of `base`, `base`-001, …
-fs::path publish(const fs::path& directory, const fs::path& staging, const std::string& base) {
-    auto folder = directory / base;
-    for (int counter = 1;; ++counter) {
-        if (!fs::exists(folder)) {
-            if (::rename(staging.c_str(), folder.c_str()) == 0) break;
-            // Another process took the name meanwhile. A finished backup is never empty, so the
-            // rename fails rather than replacing it.
-            if (errno != EEXIST && errno != ENOTEMPTY)
-                throw DataFileError(DataFileError::Operation::write, folder, std::strerror(errno));
-        }
-        char suffix[16];
-        std::snprintf(suffix, sizeof suffix, "-%03d", counter);
-        folder = directory / (base + suffix);
-    }
-    return folder;
 }
 
 } // namespace
@@ -121,7 +104,7 @@ std::optional<WorkspaceBackup> WorkspaceBackupStore::backUp(WorkspaceBackup::Rea
             if (auto contents = readFileIfExists(dataDirectory_ / name)) writeFileAtomically(staging / name, *contents);
         Json info = Json::object({{"date", iso8601(date)}, {"reason", std::string(rawValue(reason))}});
         writeFileAtomically(staging / kInfoFileName, prettyJson(info));
-        folder = publish(directory_, staging, base);
+        folder = publishUnderFreeName(staging, directory_, base);
     } catch (...) {
         std::error_code ec;
         fs::remove_all(staging, ec);
@@ -159,6 +142,11 @@ WorkspaceBackupStore::Contents WorkspaceBackupStore::contents(const WorkspaceBac
 }
 
 void WorkspaceBackupStore::restore(const WorkspaceBackup& backup, Date date) {
+    // The stores' locks, in one fixed order, for the whole restore: a change another process
+    // makes meanwhile lands before the safety backup or after the restore, never between them.
+    std::vector<FileLock> locks;
+    locks.reserve(fileNames.size());
+    for (auto name : fileNames) locks.emplace_back(dataDirectory_ / name);
     backUp(WorkspaceBackup::Reason::restore, date);
     for (auto name : fileNames)
         if (auto contents = readFileIfExists(backup.url / name)) writeFileAtomically(dataDirectory_ / name, *contents);

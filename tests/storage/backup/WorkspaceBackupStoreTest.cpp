@@ -1,8 +1,13 @@
 #include "CorvaneStorage/backup/WorkspaceBackupStore.hpp"
 #include "CorvaneCore/workspace/ProfileCoding.hpp"
+#include "CorvaneFiles/FileLock.hpp"
 #include "fakes/TemporaryDirectory.hpp"
 
 #include <gtest/gtest.h>
+
+#include <chrono>
+#include <optional>
+#include <thread>
 
 using namespace corvane;
 namespace fs = std::filesystem;
@@ -96,6 +101,23 @@ TEST_F(WorkspaceBackups, RestorePutsFilesBackAfterBackingUpThePresent) {
     ASSERT_EQ(list.size(), 2u);
     EXPECT_EQ(list[0].reason, WorkspaceBackup::Reason::restore);
     EXPECT_NE(readText(list[0].url / "profiles.json").find("\"New\""), std::string::npos);
+}
+
+TEST_F(WorkspaceBackups, RestoreWaitsForAChangeInProgressAndBacksItUp) {
+    writeProfiles("Old");
+    auto old = store.backUp(WorkspaceBackup::Reason::launch, now);
+    std::optional<std::thread> restoring;
+    {
+        FileLock change(data / "profiles.json"); // another process in the middle of a change
+        restoring.emplace([&] { store.restore(*old, now + 10); });
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        writeProfiles("Changed meanwhile");
+    }
+    restoring->join();
+    EXPECT_NE(readText(data / "profiles.json").find("\"Old\""), std::string::npos);
+    auto list = store.list();
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_NE(readText(list[0].url / "profiles.json").find("\"Changed meanwhile\""), std::string::npos);
 }
 
 TEST_F(WorkspaceBackups, ABackupCutShortIsNeverListedAndTheNextBackupClearsIt) {

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <sys/stat.h>
+#include <thread>
 
 using namespace corvane;
 namespace fs = std::filesystem;
@@ -97,4 +99,40 @@ TEST(AtomicFile, FailureThrowsNamesTheFileAndKeepsTheOldContent) {
     ::chmod(dir.path().c_str(), 0700);
     EXPECT_EQ(readFileIfExists(path), "old");
     EXPECT_EQ(entriesIn(dir.path()), 2u);
+}
+
+TEST(AtomicFile, PublishingTakesTheFirstFreeNameAndNeverReplacesAnother) {
+    TemporaryDirectory dir;
+    writeText(dir / "dock-1.plist", "older");
+    auto staged = createTemporaryFolder(dir.path(), "dock-1");
+    writeText(staged / "dock.plist", "newer");
+    EXPECT_EQ(publishUnderFreeName(staged / "dock.plist", dir.path(), "dock-1", ".plist"), dir / "dock-1-001.plist");
+    EXPECT_EQ(readFileIfExists(dir / "dock-1.plist"), "older");
+    EXPECT_EQ(readFileIfExists(dir / "dock-1-001.plist"), "newer");
+    EXPECT_FALSE(fs::exists(staged / "dock.plist"));
+
+    writeText(dir / "2026-quit/info.json", "{}");
+    writeText(staged / "info.json", "{\"b\":1}");
+    EXPECT_EQ(publishUnderFreeName(staged, dir.path(), "2026-quit"), dir / "2026-quit-001");
+    EXPECT_EQ(readFileIfExists(dir / "2026-quit/info.json"), "{}");
+    EXPECT_EQ(readFileIfExists(dir / "2026-quit-001/info.json"), "{\"b\":1}");
+}
+
+TEST(AtomicFile, WritersPublishingUnderOneNameAtOnceEachKeepTheirOwnFile) {
+    TemporaryDirectory dir;
+    constexpr int perWriter = 150;
+    auto writer = [&](std::string tag) {
+        for (int i = 0; i < perWriter; ++i) {
+            auto staged = createTemporaryFolder(dir.path(), "dock");
+            writeText(staged / "f", tag + std::to_string(i));
+            publishUnderFreeName(staged / "f", dir.path(), "dock", ".plist");
+            fs::remove(staged);
+        }
+    };
+    std::thread a(writer, "a"), b(writer, "b");
+    a.join();
+    b.join();
+    std::set<std::string> contents;
+    for (const auto& entry : fs::directory_iterator(dir.path())) contents.insert(*readFileIfExists(entry.path()));
+    EXPECT_EQ(contents.size(), 2u * perWriter);
 }
