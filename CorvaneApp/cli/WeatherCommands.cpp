@@ -109,11 +109,12 @@ void addWeatherCommands(CLI::App& app, ToolContext& context) {
                 city += (city.empty() ? "" : " ") + word;
             if (!WeatherService::searchURL(city, "en"))
                 throw UsageError("a city name needs at least two letters");
-            auto places = fetch.search(city, languageCode(context.services.environment));
-            if (places.empty())
-                throw std::runtime_error("could not find a place called \"" +
-                                         std::string(text::trimmed(city)) + "\"");
-            place = places.front();
+            auto search = fetch.lookUp(city, languageCode(context.services.environment));
+            auto quoted = "\"" + std::string(text::trimmed(city)) + "\"";
+            if (search.failure)
+                throw std::runtime_error("could not search for " + quoted + ": " + *search.failure);
+            if (search.places.empty()) throw std::runtime_error("could not find a place called " + quoted);
+            place = search.places.front();
             latitude = place->latitude;
             longitude = place->longitude;
         }

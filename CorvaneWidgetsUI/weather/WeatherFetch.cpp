@@ -4,14 +4,21 @@
 
 namespace corvane {
 
-std::optional<std::string> WeatherFetch::body(const std::string& url) const {
+std::optional<std::string> WeatherFetch::body(const std::string& url,
+                                              std::optional<std::string>* failure) const {
     HttpRequest request;
     request.url = url;
     request.headers["Accept"] = "application/json";
     request.connectTimeout = timeout;
     request.totalTimeout = timeout;
     auto result = http_.get(request);
-    if (!result.ok()) return std::nullopt;
+    if (!result.ok()) {
+        if (failure)
+            *failure = result.response
+                           ? "the service answered with status " + std::to_string(result.response->status)
+                           : result.failure.description;
+        return std::nullopt;
+    }
     return std::move(result.response->body);
 }
 
@@ -25,11 +32,15 @@ std::optional<WeatherReading> WeatherFetch::reading(double latitude, double long
 }
 
 std::vector<WeatherPlace> WeatherFetch::search(std::string_view city, std::string_view language) const {
+    return lookUp(city, language).places;
+}
+
+WeatherFetch::PlaceSearch WeatherFetch::lookUp(std::string_view city, std::string_view language) const {
+    PlaceSearch search;
     auto url = WeatherService::searchURL(city, language);
-    if (!url) return {};
-    auto data = body(*url);
-    if (!data) return {};
-    return WeatherService::places(*data);
+    if (!url) return search;
+    if (auto data = body(*url, &search.failure)) search.places = WeatherService::places(*data);
+    return search;
 }
 
 } // namespace corvane

@@ -6,6 +6,7 @@
 #include "CorvaneCore/widgets/weather/WeatherReading.hpp"
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -25,8 +26,17 @@ class WeatherFetch {
     /// No request at all for a city text shorter than two characters.
     std::vector<WeatherPlace> search(std::string_view city, std::string_view language) const;
 
+    struct PlaceSearch {
+        std::vector<WeatherPlace> places;
+        /// Why the search could not be made (no network, a status other than 200), for callers
+        /// that tell the user this apart from a search that found nothing.
+        std::optional<std::string> failure;
+    };
+    PlaceSearch lookUp(std::string_view city, std::string_view language) const;
+
   private:
-    std::optional<std::string> body(const std::string& url) const;
+    std::optional<std::string> body(const std::string& url,
+                                    std::optional<std::string>* failure = nullptr) const;
 
     HttpClient& http_;
     const Clock& clock_;

@@ -117,6 +117,11 @@ TEST(WeatherCommands, BadArgumentsAndUnreachableServicesFailInOneLine) {
     EXPECT_EQ(tool.run({"weather", "Oslo", "--unit", "kelvin"}).status, 2);
     EXPECT_TRUE(tool.http.requests().empty());
 
+    // Offline is not the same as nowhere.
+    auto offline = tool.run({"weather", "Atlantis"});
+    EXPECT_EQ(offline.status, 1);
+    EXPECT_EQ(offline.err, "corvane: could not search for \"Atlantis\": Could not resolve host\n");
+    tool.http.reply(*WeatherService::searchURL("Atlantis", "nb"), 200, "{\"generationtime_ms\": 0.5}");
     auto nowhere = tool.run({"weather", "Atlantis"});
     EXPECT_EQ(nowhere.status, 1);
     EXPECT_EQ(nowhere.err, "corvane: could not find a place called \"Atlantis\"\n");
