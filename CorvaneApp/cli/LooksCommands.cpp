@@ -2,6 +2,7 @@
 
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneApp/looks/IconOverrides.hpp"
+#include "CorvaneApp/preferences/AppPreferences.hpp"
 #include "CorvaneCore/bar/FolderStack.hpp"
 #include "CorvaneCore/dock/DockURLString.hpp"
 #include "CorvaneCore/looks/DockTheme.hpp"
@@ -185,22 +186,28 @@ std::string because(const IconOverrides::Resolution& resolution) {
 }
 
 void addThemes(CLI::App& app, ToolContext& context, const std::shared_ptr<Arguments>& args) {
-    auto* themes = app.add_subcommand("themes", "List the own Dock bar's themes, the seasonal ones last");
+    auto* themes = app.add_subcommand(
+        "themes", "List the own Dock bar's themes, the seasonal ones last; * marks the chosen one");
     themes->add_flag("--json", args->json, "Print the themes as JSON");
     themes->callback([&context, args] {
         auto& out = context.out;
+        auto defaults = context.openDefaults();
+        const auto chosen = AppPreferences(*defaults).load().dockStyle.themeID;
         if (args->json) {
             auto list = Json::array();
             for (const auto& theme : DockTheme::all())
                 list.push_back(themeJson(theme, false));
             for (const auto& theme : DockTheme::seasonal())
                 list.push_back(themeJson(theme, true));
+            for (auto& theme : list)
+                theme["chosen"] = theme["id"] == chosen;
             out << prettyJson(list);
             return;
         }
         auto print = [&](const std::vector<DockTheme>& list) {
             for (const auto& theme : list)
-                out << "  " << padded(theme.id, 15) << padded(theme.name, 15) << themeSummary(theme) << "\n";
+                out << (theme.id == chosen ? "* " : "  ") << padded(theme.id, 15) << padded(theme.name, 15)
+                    << themeSummary(theme) << "\n";
         };
         out << "Themes:\n";
         print(DockTheme::all());

@@ -19,10 +19,15 @@ TEST(LooksCommands, ThemesListEveryThemeWithTheSeasonalOnesLast) {
                                                "opacity": 0.82})"));
     EXPECT_EQ(themes[14]["decoration"]["outline"]["stripes"], "#D7263D");
     EXPECT_TRUE(themes[9]["seasonal"]);
+    EXPECT_TRUE(themes[0]["chosen"]);
+    EXPECT_NE(here.run({"themes"}).out.find("* native "), std::string::npos);
+    ASSERT_EQ(here.run({"prefs", "set", "dockStyle", R"({"themeID": "candy-corn"})"}).status, 0);
+    EXPECT_FALSE(nlohmann::json::parse(here.run({"themes", "--json"}).out)[0]["chosen"]);
     auto text = here.run({"themes"}).out;
+    EXPECT_NE(text.find("  native "), std::string::npos) << text;
     EXPECT_NE(
         text.find(
-            "  candy-corn     Candy Corn     gradient #FFF8EC → #F5E5CC, leaves, leaves edge, 4 pumpkin "
+            "* candy-corn     Candy Corn     gradient #FFF8EC → #F5E5CC, leaves, leaves edge, 4 pumpkin "
             "lights\n"),
         std::string::npos)
         << text;
