@@ -11,6 +11,7 @@
 #include "CorvaneStorage/storage/StoragePath.hpp"
 #include "CorvaneStorage/widgets/WidgetStore.hpp"
 #include "CorvaneStorage/workspace/ProfileStore.hpp"
+#include "CorvaneWidgetsUI/timer/TimeKeepingServices.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -295,6 +296,7 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
             return WidgetPlacement::setting(widget, false, each, helper);
         });
         stores.widgets.remove(widget.id);
+        forgetRuns(*context.openDefaults(), widget.id);
         out << "Removed " << inQuotes(widget.name) << ".\n";
     });
 

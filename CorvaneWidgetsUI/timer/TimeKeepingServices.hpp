@@ -4,6 +4,8 @@
 #include "CorvaneCore/platform/Clock.hpp"
 #include "CorvaneCore/platform/UserAlerts.hpp"
 #include "CorvaneCore/platform/UserDefaults.hpp"
+#include "CorvaneCore/widgets/timer/PomodoroRun.hpp"
+#include "CorvaneCore/widgets/timer/TimerRun.hpp"
 
 #include <algorithm>
 #include <exception>
@@ -43,6 +45,13 @@ std::optional<Run> loadRun(const UserDefaults* defaults, const std::string& key,
 /// Stores the run's JSON as data, the form the platform's defaults keep coded records in.
 inline void storeRun(UserDefaults* defaults, const std::string& key, const std::string& json) {
     if (defaults) defaults->setData(key, Bytes(json.begin(), json.end()));
+}
+
+/// Removes every run record kept for the widget, once the widget itself is gone.
+inline void forgetRuns(UserDefaults& defaults, const Uuid& widgetId) {
+    for (const auto& key : {TimerRun::defaultsKey(widgetId), StopwatchRun::defaultsKey(widgetId),
+                            PomodoroRun::defaultsKey(widgetId)})
+        defaults.remove(key);
 }
 
 /// The notification's delay for an end at `end`: never under a second, so an end that is all but

@@ -1,7 +1,10 @@
 // The widget, water and colour commands end to end, run as a separate process.
 
 #include "CorvaneCore/support/JsonCoding.hpp"
+#include "CorvaneCore/widgets/timer/PomodoroRun.hpp"
+#include "CorvaneCore/widgets/timer/TimerRun.hpp"
 #include "app/cli/ToolFixtures.hpp"
+#include "platform/posix/PlistFileUserDefaults.hpp"
 
 #include <gtest/gtest.h>
 
@@ -96,8 +99,18 @@ TEST_F(WidgetTool, EntriesOfNewerBuildsSurviveEveryCommandThatSaves) {
     ok({"widgets", "hide", "Mochi", "--in", "Play"});
     check("hide");
     EXPECT_EQ(file("widgets.json")["widgets"][2]["slot"], 4) << "still shown in Work, so it keeps its slot";
+    PlistFileUserDefaults defaults(data / std::string(PlistFileUserDefaults::fileName));
+    auto mochi = *Uuid::parse(pet), other = Uuid::generate();
+    for (const auto& id : {mochi, other}) {
+        defaults.setString(TimerRun::defaultsKey(id), "{}");
+        defaults.setString(PomodoroRun::defaultsKey(id), "{}");
+    }
     ok({"widgets", "remove", "Mochi"});
     check("remove");
+    PlistFileUserDefaults reread(data / std::string(PlistFileUserDefaults::fileName));
+    EXPECT_EQ(reread.keys(),
+              (std::vector<std::string>{PomodoroRun::defaultsKey(other), TimerRun::defaultsKey(other)}))
+        << "the removed widget's run records go with it";
     EXPECT_TRUE(profile("Work")["stacks"].empty()) << "a stack of one is no stack";
     ok({"widgets", "hide", "Tools", "--in", "Play"});
     check("hide the last");
