@@ -12,7 +12,7 @@ Action action(std::optional<std::string_view> preference) {
 }
 
 bool isControlRole(std::string_view role) {
-    return std::ranges::find(controlRoles, role) != controlRoles.end();
+    return std::find(controlRoles.begin(), controlRoles.end(), role) != controlRoles.end();
 }
 
 double titleBarDepth(const Rect& window, const std::optional<Rect>& closeButton) {

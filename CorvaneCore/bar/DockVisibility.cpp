@@ -36,9 +36,9 @@ bool covers(const Rect& window, const Rect& bar) {
 
 bool autohides(const Input& input) {
     if (input.autohidesByPreference || input.isFullScreen) return true;
-    return input.hidesWhenCovered && std::ranges::any_of(input.windowFrames, [&](const Rect& window) {
-               return covers(window, input.barFrame);
-           });
+    return input.hidesWhenCovered &&
+           std::any_of(input.windowFrames.begin(), input.windowFrames.end(),
+                       [&](const Rect& window) { return covers(window, input.barFrame); });
 }
 
 Decision decide(const Input& input) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <compare>
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <optional>
 #include <string>
@@ -20,7 +22,10 @@ struct Uuid {
 
     std::string string() const;
     bool operator==(const Uuid&) const = default;
-    auto operator<=>(const Uuid&) const = default;
+    // Spelled out rather than defaulted: not every standard library compares arrays with <=>.
+    std::strong_ordering operator<=>(const Uuid& other) const {
+        return std::memcmp(bytes.data(), other.bytes.data(), bytes.size()) <=> 0;
+    }
 };
 
 } // namespace corvane
