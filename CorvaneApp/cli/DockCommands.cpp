@@ -56,6 +56,12 @@ void switchWorkspace(DockSession& session, const Profile& profile, std::ostream&
         out << quoted(profile.name) << " is already active; corvane apply puts it into the Dock again.\n";
         return;
     }
+    if (session.usesOwnDock) {
+        session.switcher.activate(profile.id);
+        out << "Activated " << quoted(profile.name)
+            << "; the own Dock bar shows it and the macOS Dock is left alone (usesOwnDock is on).\n";
+        return;
+    }
     session.switcher.switchTo(profile.id);
     out << "Switched to " << quoted(profile.name) << ".\n";
 }
@@ -163,10 +169,12 @@ void addDockCommands(CLI::App& app, ToolContext& context) {
         WorkspaceBackupStore workspaces(context.dataDirectory());
         auto taken = workspaces.backUp(WorkspaceBackup::Reason::manual, context.services.clock.now());
         DockSession session(context);
+        auto newest = session.backups.latestBackup();
         auto dockFile = session.backups.snapshot();
         out << (taken ? "Backed up the workspaces as " + taken->url.filename().string()
                       : std::string("The workspaces are unchanged since the last backup"))
-            << "; the Dock as " << backupName(dockFile) << ".\n";
+            << (dockFile == newest ? "; the Dock is unchanged since " : "; the Dock as ") << backupName(dockFile)
+            << ".\n";
     });
     auto* restore = backups->add_subcommand("restore", "Restore a workspace backup, or put a Dock backup back");
     restore->add_option("BACKUP", args->target, "A backup's id as backups lists it")->required();

@@ -51,6 +51,19 @@ TEST_F(AutomationTool, HotkeysCyclingFocusAndDesktopsGoThroughTheWorkspaces) {
     EXPECT_TRUE(has(hotkeys, "Dropped:\n  ⌃⌥1  next workspace (already used by workspace \"Work\")\n")) << hotkeys;
     EXPECT_TRUE(has(ok({"hotkeys", "--json"}), "\"reason\": \"already used by workspace \\\"Work\\\"\""));
 
+    // The own Dock bar is on by default: every switch only changes the active workspace.
+    auto dock = readText(dir / "dock.plist");
+    const std::string ownDock = "; the own Dock bar shows it and the macOS Dock is left alone (usesOwnDock is on).\n";
+    EXPECT_EQ(ok({"next"}), "Activated \"Play\"" + ownDock);
+    EXPECT_EQ(ok({"previous"}), "Activated \"Work\"" + ownDock);
+    ok({"edit", "Play", "--focus", "Gaming"});
+    EXPECT_EQ(ok({"focus", "on"}), "Activated \"Play\"" + ownDock);
+    EXPECT_EQ(ok({"switch", "Work"}), "Activated \"Work\"" + ownDock);
+    EXPECT_EQ(readText(dir / "dock.plist"), dock);
+    EXPECT_FALSE(std::filesystem::exists(dir / "data" / "backups"));
+    ok({"edit", "Play", "--no-focus"});
+
+    ok({"prefs", "set", "usesOwnDock", "false"});
     EXPECT_EQ(ok({"next"}), "Switched to \"Play\".\n");
     EXPECT_TRUE(has(ok({"dock"}), "Applications (0):"));
     EXPECT_EQ(ok({"previous"}), "Switched to \"Work\".\n");

@@ -6,7 +6,11 @@
 
 using namespace corvane;
 
-using DockTool = SampleDockTool;
+/// The macOS Dock's own mode: switches rewrite the sample Dock.
+class DockTool : public SampleDockTool {
+protected:
+    void SetUp() override { ok({"prefs", "set", "usesOwnDock", "false"}); }
+};
 
 TEST_F(DockTool, SwitchDiffUndoAndBackupsRoundTrip) {
     auto original = readText(dir / "dock.plist");
@@ -29,6 +33,12 @@ TEST_F(DockTool, SwitchDiffUndoAndBackupsRoundTrip) {
     EXPECT_NE(backups.find("\"dock\": ["), std::string::npos);
     EXPECT_NE(ok({"backups", "take"}).find("Backed up the workspaces as "), std::string::npos);
     EXPECT_NE(ok({"backups"}).find("manual"), std::string::npos);
+    auto docks = [&] { return std::filesystem::directory_iterator(dir / "data" / "backups"); };
+    auto dockBackups = std::distance(docks(), {});
+    auto again = ok({"backups", "take"});
+    EXPECT_TRUE(again.starts_with("The workspaces are unchanged since the last backup; the Dock is unchanged since dock-"))
+        << again;
+    EXPECT_EQ(std::distance(docks(), {}), dockBackups);
 }
 
 TEST_F(DockTool, CaptureStoresDockEditsInTheActiveWorkspace) {
