@@ -13,6 +13,15 @@ namespace fs = std::filesystem;
 
 fs::path BackupManager::snapshot() {
     auto tiles = source_.readTiles();
+    // A Dock that still holds what the newest backup holds needs no second copy: repeated
+    // switches that put the same Dock back would otherwise push real history out of the limit.
+    if (auto latest = latestBackup()) {
+        try {
+            if (files_(*latest)->readTiles() == tiles) return *latest;
+        } catch (const std::exception&) {
+            // An unreadable backup proves nothing; take a fresh one.
+        }
+    }
     StoragePath::createDirectory(directory_);
     // Every backup is a new name, so a write killed halfway is cleaned up here or never.
     removeAbandonedTemporaries(directory_);

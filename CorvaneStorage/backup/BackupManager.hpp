@@ -25,8 +25,9 @@ public:
 
     const std::filesystem::path& directory() const { return directory_; }
 
-    /// Writes a backup of the Dock as it is now and returns its file. Throws `DockError` or
-    /// `DataFileError`.
+    /// Writes a backup of the Dock as it is now and returns its file; when the newest backup
+    /// already holds exactly these tiles, returns that one and writes nothing. Throws `DockError`
+    /// or `DataFileError`.
     std::filesystem::path snapshot();
     /// Newest first; a missing folder gives none.
     std::vector<std::filesystem::path> listBackups() const;

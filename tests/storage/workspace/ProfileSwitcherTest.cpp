@@ -151,3 +151,26 @@ TEST_F(Switching, KeepsTheNewestTwentyDockBackups) {
     }
     EXPECT_EQ(backupCount(), 20u);
 }
+
+TEST_F(Switching, ADockThatStillMatchesTheNewestBackupIsNotCopiedAgain) {
+    auto first = backups.snapshot();
+    clock.advance(1);
+    EXPECT_EQ(backups.snapshot(), first);
+    switcher.switchTo(work.id); // the Dock before it is the one just backed up
+    EXPECT_EQ(backupCount(), 1u);
+
+    clock.advance(1);
+    switcher.switchTo(play.id);
+    EXPECT_EQ(backupCount(), 2u);
+    clock.advance(1);
+    switcher.undoLastChange(); // backs up Play's Dock, then puts Work's back
+    EXPECT_EQ(dockApps(), (std::vector<std::string>{"/Applications/Xcode.app", "/Applications/Terminal.app"}));
+    EXPECT_EQ(backupCount(), 3u);
+
+    // A newest backup that cannot be read proves nothing about the Dock.
+    writeText(backups.listBackups().front(), "not a plist");
+    clock.advance(1);
+    auto fresh = backups.snapshot();
+    EXPECT_EQ(backupCount(), 4u);
+    EXPECT_EQ(backups.listBackups().front(), fresh);
+}
