@@ -1,5 +1,6 @@
 #include "CorvaneApp/cli/Tool.hpp"
 
+#include "CorvaneApp/cli/AgentCommand.hpp"
 #include "CorvaneApp/cli/AutomationCommands.hpp"
 #include "CorvaneApp/cli/ClipboardCommands.hpp"
 #include "CorvaneApp/cli/DockCommands.hpp"
@@ -37,6 +38,7 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     addLooksCommands(app, context);
     addPreviewCommand(app, context);
     addUsageCommands(app, context);
+    addAgentCommand(app, context);
 
     try {
         app.parse(argc, argv);

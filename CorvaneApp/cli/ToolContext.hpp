@@ -11,8 +11,7 @@
 #include "CorvaneCore/platform/SystemFolders.hpp"
 #include "CorvaneCore/platform/UserDefaults.hpp"
 
-#include "CorvaneCore/platform/DockPreferencesBackend.hpp"
-#include "CorvaneCore/platform/DockReloader.hpp"
+#include "CorvaneApp/shell/SystemDock.hpp"
 
 #include <filesystem>
 #include <functional>
@@ -28,14 +27,6 @@ namespace corvane {
 class UsageError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
-};
-
-/// How the tool reaches a Dock: its preferences, how to restart it, and property-list files
-/// for backups.
-struct DockAccess {
-    std::unique_ptr<DockPreferencesBackend> backend;
-    std::unique_ptr<DockReloader> reloader;
-    std::function<std::unique_ptr<DockPreferencesBackend>(const std::filesystem::path&)> files;
 };
 
 /// The real services of the command-line tool, made in one place by `main`.

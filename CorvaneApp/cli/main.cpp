@@ -1,11 +1,7 @@
 // The command-line tool's real services are made here, and only here.
 
 #include "CorvaneApp/cli/Tool.hpp"
-#include "CorvaneCore/dock/DockPlistPath.hpp"
-#include "CorvaneCore/dock/NoOpDockReloader.hpp"
-#include "CorvaneCore/dock/SystemDockReloader.hpp"
 #include "platform/curl/CurlHttpClient.hpp"
-#include "platform/posix/PlistFileBackend.hpp"
 #include "platform/posix/PlistFileUserDefaults.hpp"
 #include "platform/posix/PosixProcessRunner.hpp"
 #include "platform/posix/StderrLog.hpp"
@@ -16,7 +12,6 @@
 
 #ifdef __APPLE__
 #include "platform/macos/CFCalendarAdapter.hpp"
-#include "platform/macos/CFPreferencesBackend.hpp"
 #include "platform/macos/CFPreferencesUserDefaults.hpp"
 #include "platform/macos/DistributedNotifier.hpp"
 #include "platform/macos/KeychainSecretStore.hpp"
@@ -52,25 +47,7 @@ int main(int argc, char** argv) {
     ThreadSleeper sleeper;
 
     auto openDock = [&](const std::optional<std::filesystem::path>& dockPlist) {
-        DockAccess access;
-        access.files = [](const std::filesystem::path& file) { return std::make_unique<PlistFileBackend>(file); };
-        if (dockPlist) {
-            access.backend = std::make_unique<PlistFileBackend>(*dockPlist);
-            access.reloader = std::make_unique<NoOpDockReloader>();
-            return access;
-        }
-#ifdef __APPLE__
-        access.backend = std::make_unique<CFPreferencesBackend>(DockPlistPath::userDockPlistURL(environment));
-        access.reloader = std::make_unique<SystemDockReloader>(processes, runner, clock, sleeper);
-#else
-        // Off macOS a Dock runs only where someone stands one in; restart it only then.
-        access.backend = std::make_unique<PlistFileBackend>(DockPlistPath::userDockPlistURL(environment));
-        if (processes.find(SystemDockReloader::dockProcessName))
-            access.reloader = std::make_unique<SystemDockReloader>(processes, runner, clock, sleeper);
-        else
-            access.reloader = std::make_unique<NoOpDockReloader>();
-#endif
-        return access;
+        return openSystemDock(environment, dockPlist, processes, runner, clock, sleeper);
     };
 
     auto openSecrets = [&log](const std::filesystem::path& dataDirectory) -> std::unique_ptr<SecretStore> {

@@ -425,6 +425,27 @@ void AppState::handleWidgetsChanged() {
     registerHotkeys();
 }
 
+void AppState::handleWorkspacesChanged() {
+    auto profiles = profiles_;
+    auto active = activeProfileId_;
+    try {
+        stores_.profiles->reload();
+    } catch (const std::exception& error) {
+        return services_.log.error(category, std::string("workspaces file unreadable: ") + error.what());
+    }
+    refresh();
+    if (profiles_ == profiles && activeProfileId_ == active) return;
+    registerHotkeys();
+    if (activeProfileId_ != active) call(callbacks.onWorkspaceSwitch);
+}
+
+void AppState::handleSettingsChanged() {
+    auto fresh = preferences_.load();
+    if (fresh == settings_) return;
+    settings_ = std::move(fresh);
+    registerHotkeys();
+}
+
 void AppState::syncWidgets() {
     // An unreadable widgets file would read as no widgets at all and strip every placeholder.
     if (widgetsUnreadable_) return;

@@ -147,6 +147,12 @@ public:
     /// The widgets file changed, perhaps in another process: reads it again and, when it holds
     /// other widgets than those last synchronised, brings placeholders, helpers and hotkeys along.
     void handleWidgetsChanged();
+    /// The workspaces file changed, perhaps in another process (the command-line tool switched,
+    /// say): reads it again; a new active workspace is announced through `onWorkspaceSwitch`, as
+    /// a switch made here is. An unreadable file is logged and the workspaces known so far stay.
+    void handleWorkspacesChanged();
+    /// The settings changed outside this process: reads them again and lets the hotkeys follow.
+    void handleSettingsChanged();
     /// Opens the widget's editor through `onEditWidget`; a widget the file does not hold is ignored.
     void handleEditWidgetRequest(const Uuid& widget);
 

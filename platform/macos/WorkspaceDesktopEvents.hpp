@@ -10,7 +10,7 @@ namespace corvane {
 /// compiler at hand: keep it thin.
 class WorkspaceDesktopEvents final : public DesktopEvents {
 public:
-    WorkspaceDesktopEvents() = default;
+    WorkspaceDesktopEvents();
     ~WorkspaceDesktopEvents() override;
     WorkspaceDesktopEvents(const WorkspaceDesktopEvents&) = delete;
     WorkspaceDesktopEvents& operator=(const WorkspaceDesktopEvents&) = delete;

@@ -10,6 +10,8 @@ struct WorkspaceDesktopEvents::Token {
     id value;
 };
 
+WorkspaceDesktopEvents::WorkspaceDesktopEvents() = default;
+
 WorkspaceDesktopEvents::~WorkspaceDesktopEvents() { removeObserver(); }
 
 void WorkspaceDesktopEvents::removeObserver() {

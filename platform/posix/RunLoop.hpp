@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CorvaneCore/platform/Scheduler.hpp"
+#include "CorvaneCore/platform/MainLoop.hpp"
 
 #include <chrono>
 #include <condition_variable>
@@ -11,16 +11,16 @@ namespace corvane {
 
 /// A main queue and scheduler for processes without a system run loop: the thread that calls
 /// `run` is the main thread.
-class RunLoop final : public Scheduler, public MainQueue {
+class RunLoop final : public MainLoop {
 public:
     Token schedule(double seconds, std::function<void()> work) override;
     void cancel(Token token) override;
     void post(std::function<void()> work) override { schedule(0, std::move(work)); }
 
     /// Runs work as it falls due until `stop`.
-    void run();
+    void run() override;
     /// Any thread; `run` returns after the work it is doing.
-    void stop();
+    void stop() override;
 
 private:
     using Clock = std::chrono::steady_clock;

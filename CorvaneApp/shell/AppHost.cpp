@@ -1,0 +1,58 @@
+#include "CorvaneApp/shell/AppHost.hpp"
+
+#include "CorvaneApp/render/DownloadsTileAdding.hpp"
+#include "CorvaneApp/widgets/PlaceholderHelpers.hpp"
+#include "CorvaneCore/dock/DockPlistReader.hpp"
+#include "CorvaneCore/dock/DockPlistWriter.hpp"
+#include "CorvaneStorage/storage/StoragePath.hpp"
+
+namespace corvane {
+
+AppHost::AppHost(AppPlatform& platform, std::filesystem::path dataDirectory, AppState::Callbacks callbacks,
+                 const LaunchRequests& requests)
+    : dataDirectory_(std::move(dataDirectory)), watcher_(platform.scheduler) {
+    // The launch backup comes before anything reads the workspaces, so a launch that goes wrong
+    // can always be rolled back to what the last session left.
+    auto stores = AppStartup::open(dataDirectory_, platform.dock, platform.files, platform.clock, platform.log,
+                                   &platform.notifier);
+    bool degraded = stores.degraded;
+    swapper_ = std::make_unique<DockSwapper>(DockPlistReader(platform.dock, platform.clock),
+                                             DockPlistWriter(platform.dock), platform.reloader);
+    hotkeys_ = std::make_unique<GlobalHotkeyManager>(platform.hotkeys, platform.log);
+    focusMonitor_ = std::make_unique<FocusModeMonitor>(platform.focus, platform.scheduler, platform.log,
+                                                       focusPollInterval);
+    preferences_ = std::make_unique<AppPreferences>(platform.defaults);
+
+    services_ = std::make_unique<AppServices>(AppServices{platform.clock, platform.scheduler, platform.mainQueue,
+                                                          platform.log, platform.applications, platform.desktops,
+                                                          platform.desktopEvents, platform.spaces});
+    services_->notifier = &platform.notifier;
+    services_->preferredLanguages = platform.preferredLanguages;
+    services_->setPreferredLanguages = platform.setPreferredLanguages;
+    services_->addingDownloadsTile = downloadsTileAdding(platform.environment);
+    services_->widgetHelperPath = [folder = dataDirectory_](std::optional<int> slot) {
+        return PlaceholderHelpers::path(folder, slot);
+    };
+    state_ = std::make_unique<AppState>(std::move(stores), *swapper_, *hotkeys_, *focusMonitor_, *preferences_,
+                                        *services_, std::move(callbacks));
+    state_->scheduleLaunchRequests(requests);
+
+    // Degraded stores read nothing, so there is nothing of the folder to follow.
+    if (degraded) return;
+    auto& state = *state_;
+    watcher_.watch(StoragePath::profilesFileURL(dataDirectory_), [&state] { state.handleWorkspacesChanged(); });
+    watcher_.watch(StoragePath::widgetsFileURL(dataDirectory_), [&state] { state.handleWidgetsChanged(); });
+    if (platform.settingsFile)
+        watcher_.watch(*platform.settingsFile, [&state] { state.handleSettingsChanged(); });
+    watcher_.start();
+}
+
+AppHost::~AppHost() { shutDown(); }
+
+void AppHost::shutDown() {
+    if (std::exchange(isShutDown_, true)) return;
+    watcher_.stop();
+    state_->quit();
+}
+
+} // namespace corvane

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "CorvaneApp/shell/AppPlatform.hpp"
+#include "CorvaneApp/shell/DataFileWatcher.hpp"
+#include "CorvaneApp/state/AppState.hpp"
+
+#include <filesystem>
+#include <memory>
+
+namespace corvane {
+
+/// The one place where the application comes together: it opens the data folder and its stores
+/// (taking the launch backup), makes the Dock swapper, the hotkey manager, the Focus monitor and
+/// the settings, builds `AppState` on them, and watches the data files for changes made by other
+/// processes. The app bundle and `corvane agent` both run the application through it; only the
+/// adapters they lend differ. Main thread.
+class AppHost {
+public:
+    /// How often the Focus state is read.
+    static constexpr double focusPollInterval = 5.0;
+
+    /// Starts the application on `dataDirectory`. A data folder that cannot be used starts it
+    /// degraded: it runs, but nothing is read and nothing it saves survives.
+    AppHost(AppPlatform& platform, std::filesystem::path dataDirectory, AppState::Callbacks callbacks = {},
+            const LaunchRequests& requests = {});
+    /// Shuts down if that has not happened yet.
+    ~AppHost();
+    AppHost(const AppHost&) = delete;
+    AppHost& operator=(const AppHost&) = delete;
+
+    AppState& state() { return *state_; }
+    const std::filesystem::path& dataDirectory() const { return dataDirectory_; }
+    GlobalHotkeyManager& hotkeys() { return *hotkeys_; }
+
+    /// Takes the quit backup and stops hotkeys, monitors and the file watcher. Only the first
+    /// call does anything.
+    void shutDown();
+
+private:
+    std::filesystem::path dataDirectory_;
+    std::unique_ptr<DockSwapper> swapper_;
+    std::unique_ptr<GlobalHotkeyManager> hotkeys_;
+    std::unique_ptr<FocusModeMonitor> focusMonitor_;
+    std::unique_ptr<AppPreferences> preferences_;
+    std::unique_ptr<AppServices> services_;
+    std::unique_ptr<AppState> state_;
+    DataFileWatcher watcher_;
+    bool isShutDown_ = false;
+};
+
+} // namespace corvane

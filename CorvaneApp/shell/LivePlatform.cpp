@@ -1,0 +1,115 @@
+#include "CorvaneApp/shell/LivePlatform.hpp"
+
+#include "CorvaneApp/shell/SystemDock.hpp"
+#include "CorvaneStorage/storage/StoragePath.hpp"
+#include "platform/posix/PosixProcessRunner.hpp"
+#include "platform/posix/SystemClock.hpp"
+#include "platform/posix/ThreadSleeper.hpp"
+
+#ifdef __APPLE__
+#include "platform/macos/CFPreferencesSpacesPreferences.hpp"
+#include "platform/macos/CFPreferencesUserDefaults.hpp"
+#include "platform/macos/CarbonHotkeyRegistrar.hpp"
+#include "platform/macos/DispatchMainQueue.hpp"
+#include "platform/macos/DistributedNotifier.hpp"
+#include "platform/macos/LibprocProcessTable.hpp"
+#include "platform/macos/OsLog.hpp"
+#include "platform/macos/SkyLightDesktopServer.hpp"
+#include "platform/macos/SystemFocusStatusProvider.hpp"
+#include "platform/macos/WorkspaceDesktopEvents.hpp"
+#include "platform/macos/WorkspaceRunningApplications.hpp"
+#else
+#include "platform/posix/AbsentDesktopServices.hpp"
+#include "platform/posix/NullNotifier.hpp"
+#include "platform/posix/PlistFileUserDefaults.hpp"
+#include "platform/posix/ProcProcessTable.hpp"
+#include "platform/posix/RunLoop.hpp"
+#include "platform/posix/StderrLog.hpp"
+#endif
+
+namespace corvane {
+
+#ifdef __APPLE__
+struct LivePlatform::Adapters {
+    explicit Adapters(const Options&) {}
+    DispatchMainQueue mainQueue;
+    OsLog log;
+    DistributedNotifier notifier;
+    LibprocProcessTable processes;
+    CFPreferencesUserDefaults defaults;
+    CarbonHotkeyRegistrar hotkeys;
+    SystemFocusStatusProvider focus;
+    WorkspaceRunningApplications applications;
+    SkyLightDesktopServer desktops;
+    WorkspaceDesktopEvents desktopEvents;
+    CFPreferencesSpacesPreferences spaces;
+    SystemClock clock;
+    PosixProcessRunner runner;
+    ThreadSleeper sleeper;
+    DockAccess dock;
+
+    DesktopServer& desktopServer() { return desktops; }
+    SpacesPreferences& spacesPreferences() { return spaces; }
+    std::optional<std::filesystem::path> settingsFile() const { return std::nullopt; }
+};
+#else
+struct LivePlatform::Adapters {
+    explicit Adapters(const Options& options)
+        : log(options.logsToStderr),
+          defaults(options.dataDirectory / PlistFileUserDefaults::fileName),
+          settingsPath(options.dataDirectory / PlistFileUserDefaults::fileName) {}
+    RunLoop mainQueue;
+    StderrLog log;
+    NullNotifier notifier;
+    ProcProcessTable processes;
+    PlistFileUserDefaults defaults;
+    std::filesystem::path settingsPath;
+    AbsentHotkeyRegistrar hotkeys;
+    AbsentFocusStatus focus;
+    AbsentRunningApplications applications;
+    AbsentDesktops desktops;
+    AbsentDesktops& desktopEvents = desktops;
+    SystemClock clock;
+    PosixProcessRunner runner;
+    ThreadSleeper sleeper;
+    DockAccess dock;
+
+    DesktopServer& desktopServer() { return desktops; }
+    SpacesPreferences& spacesPreferences() { return desktops; }
+    std::optional<std::filesystem::path> settingsFile() const { return settingsPath; }
+};
+#endif
+
+LivePlatform::LivePlatform(Options options) : adapters_(std::make_unique<Adapters>(options)) {
+    auto& a = *adapters_;
+    a.dock = openSystemDock(options.environment, options.dockPlist, a.processes, a.runner, a.clock, a.sleeper);
+    platform_ = std::make_unique<AppPlatform>(AppPlatform{
+        .environment = options.environment,
+        .clock = a.clock,
+        .scheduler = a.mainQueue,
+        .mainQueue = a.mainQueue,
+        .log = a.log,
+        .notifier = a.notifier,
+        .dock = *a.dock.backend,
+        .reloader = *a.dock.reloader,
+        .files = a.dock.files,
+        .defaults = a.defaults,
+        .hotkeys = a.hotkeys,
+        .focus = a.focus,
+        .applications = a.applications,
+        .desktops = a.desktopServer(),
+        .desktopEvents = a.desktopEvents,
+        .spaces = a.spacesPreferences(),
+        .settingsFile = a.settingsFile(),
+    });
+}
+
+LivePlatform::~LivePlatform() = default;
+
+MainLoop& LivePlatform::mainLoop() { return adapters_->mainQueue; }
+
+std::filesystem::path LivePlatform::defaultDataDirectory(const ProcessEnvironment& environment) {
+    return StoragePath::resolvedDirectory(environment, {}, applicationSupportDirectory(environment));
+}
+
+} // namespace corvane

@@ -1,0 +1,73 @@
+#include "platform/macos/WorkspaceRunningApplications.hpp"
+
+#import <AppKit/AppKit.h>
+
+// Compiled with ARC: the token is a strong reference.
+
+namespace corvane {
+
+namespace {
+
+NSRunningApplication* application(std::int32_t pid) {
+    return [NSRunningApplication runningApplicationWithProcessIdentifier:pid];
+}
+
+std::optional<std::string> text(NSString* value) {
+    if (value == nil) return std::nullopt;
+    return std::string(value.UTF8String);
+}
+
+} // namespace
+
+struct WorkspaceRunningApplications::Token {
+    id value;
+};
+
+WorkspaceRunningApplications::WorkspaceRunningApplications() = default;
+
+WorkspaceRunningApplications::~WorkspaceRunningApplications() { removeObserver(); }
+
+std::vector<RunningApp> WorkspaceRunningApplications::regularApplications() {
+    std::vector<RunningApp> apps;
+    for (NSRunningApplication* app in NSWorkspace.sharedWorkspace.runningApplications) {
+        if (app.activationPolicy != NSApplicationActivationPolicyRegular) continue;
+        RunningApp entry;
+        entry.pid = app.processIdentifier;
+        entry.bundleIdentifier = text(app.bundleIdentifier);
+        entry.path = text(app.bundleURL.path);
+        entry.name = text(app.localizedName).value_or("");
+        apps.push_back(std::move(entry));
+    }
+    return apps;
+}
+
+bool WorkspaceRunningApplications::isHidden(std::int32_t pid) { return application(pid).hidden; }
+
+bool WorkspaceRunningApplications::hide(std::int32_t pid) { return [application(pid) hide]; }
+
+void WorkspaceRunningApplications::unhide(std::int32_t pid) { [application(pid) unhide]; }
+
+void WorkspaceRunningApplications::terminate(std::int32_t pid) { [application(pid) terminate]; }
+
+void WorkspaceRunningApplications::removeObserver() {
+    if (!observer_) return;
+    [NSWorkspace.sharedWorkspace.notificationCenter removeObserver:observer_->value];
+    observer_.reset();
+}
+
+void WorkspaceRunningApplications::onActivation(std::function<void(std::int32_t pid)> handler) {
+    removeObserver();
+    if (!handler) return;
+    auto shared = std::make_shared<std::function<void(std::int32_t)>>(std::move(handler));
+    id token = [NSWorkspace.sharedWorkspace.notificationCenter
+        addObserverForName:NSWorkspaceDidActivateApplicationNotification
+                    object:nil
+                     queue:NSOperationQueue.mainQueue
+                usingBlock:^(NSNotification* notification) {
+                  NSRunningApplication* app = notification.userInfo[NSWorkspaceApplicationKey];
+                  if (app != nil) (*shared)(app.processIdentifier);
+                }];
+    observer_ = std::make_unique<Token>(Token{token});
+}
+
+} // namespace corvane
