@@ -10,7 +10,7 @@ namespace corvane {
 
 AppHost::AppHost(AppPlatform& platform, std::filesystem::path dataDirectory, AppState::Callbacks callbacks,
                  const LaunchRequests& requests)
-    : dataDirectory_(std::move(dataDirectory)), watcher_(platform.scheduler) {
+    : platform_(platform), dataDirectory_(std::move(dataDirectory)), watcher_(platform.scheduler) {
     // The launch backup comes before anything reads the workspaces, so a launch that goes wrong
     // can always be rolled back to what the last session left.
     auto stores = AppStartup::open(dataDirectory_, platform.dock, platform.files, platform.clock, platform.log,
@@ -33,9 +33,20 @@ AppHost::AppHost(AppPlatform& platform, std::filesystem::path dataDirectory, App
     services_->widgetHelperPath = [folder = dataDirectory_](std::optional<int> slot) {
         return PlaceholderHelpers::path(folder, slot);
     };
+    if (platform.dockSettings)
+        nativeDock_ = std::make_unique<NativeDockController>(*platform.dockSettings, platform.defaults, platform.log);
+    // The host follows the settings too; the shell's own handler still hears every change.
+    callbacks.onSettingsChange = [this, shell = std::move(callbacks.onSettingsChange)](const AppSettings& before) {
+        settingsChanged(before);
+        if (shell) shell(before);
+    };
     state_ = std::make_unique<AppState>(std::move(stores), *swapper_, *hotkeys_, *focusMonitor_, *preferences_,
                                         *services_, std::move(callbacks));
     state_->scheduleLaunchRequests(requests);
+    const auto& settings = state_->settings();
+    if (settings.usesOwnDock) applyNativeDock();
+    if (settings.launchAtLogin && platform.setLaunchesAtLogin)
+        if (auto refused = platform.setLaunchesAtLogin(true)) platform.log.error("app", "login item failed: " + *refused);
 
     // Degraded stores read nothing, so there is nothing of the folder to follow.
     if (degraded) return;
@@ -53,6 +64,29 @@ void AppHost::shutDown() {
     if (std::exchange(isShutDown_, true)) return;
     watcher_.stop();
     state_->quit();
+    if (state_->settings().usesOwnDock) applyNativeDock(true);
+}
+
+void AppHost::applyNativeDock(bool quitting) {
+    if (!nativeDock_) return;
+    const auto& settings = state_->settings();
+    auto mode = settings.usesOwnDock && !quitting ? settings.nativeDockMode : NativeDockMode::unchanged;
+    try {
+        nativeDock_->apply(mode, settings.dockStyle.position);
+    } catch (const std::exception& error) {
+        platform_.log.error("app", std::string("native dock failed: ") + error.what());
+    }
+}
+
+void AppHost::settingsChanged(const AppSettings& before) {
+    if (!state_) return; // the state's own start-up; what it settles is applied right after
+    const auto& now = state_->settings();
+    if (before.usesOwnDock != now.usesOwnDock || before.nativeDockMode != now.nativeDockMode ||
+        before.dockStyle.position != now.dockStyle.position)
+        applyNativeDock();
+    if (before.launchAtLogin != now.launchAtLogin && platform_.setLaunchesAtLogin)
+        if (auto refused = platform_.setLaunchesAtLogin(now.launchAtLogin))
+            platform_.log.error("app", "login item failed: " + *refused);
 }
 
 } // namespace corvane

@@ -3,6 +3,7 @@
 #include "CorvaneApp/shell/AppPlatform.hpp"
 #include "CorvaneApp/shell/DataFileWatcher.hpp"
 #include "CorvaneApp/state/AppState.hpp"
+#include "CorvaneCore/dock/NativeDockController.hpp"
 
 #include <filesystem>
 #include <memory>
@@ -32,17 +33,24 @@ public:
     const std::filesystem::path& dataDirectory() const { return dataDirectory_; }
     GlobalHotkeyManager& hotkeys() { return *hotkeys_; }
 
-    /// Takes the quit backup and stops hotkeys, monitors and the file watcher. Only the first
-    /// call does anything.
+    /// Takes the quit backup, stops hotkeys, monitors and the file watcher, and gives the
+    /// screen back to the macOS Dock as the user had it. Only the first call does anything.
     void shutDown();
 
 private:
+    /// Hides the macOS Dock as the settings ask while the own bar is in use, or puts it back as
+    /// the user had it (`unchanged`) when the bar is off or the application quits.
+    void applyNativeDock(bool quitting = false);
+    void settingsChanged(const AppSettings& before);
+
+    AppPlatform& platform_;
     std::filesystem::path dataDirectory_;
     std::unique_ptr<DockSwapper> swapper_;
     std::unique_ptr<GlobalHotkeyManager> hotkeys_;
     std::unique_ptr<FocusModeMonitor> focusMonitor_;
     std::unique_ptr<AppPreferences> preferences_;
     std::unique_ptr<AppServices> services_;
+    std::unique_ptr<NativeDockController> nativeDock_;
     std::unique_ptr<AppState> state_;
     DataFileWatcher watcher_;
     bool isShutDown_ = false;

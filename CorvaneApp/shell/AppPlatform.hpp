@@ -5,6 +5,7 @@
 #include "CorvaneCore/platform/DesktopServer.hpp"
 #include "CorvaneCore/platform/DockPreferencesBackend.hpp"
 #include "CorvaneCore/platform/DockReloader.hpp"
+#include "CorvaneCore/platform/DockSettings.hpp"
 #include "CorvaneCore/platform/FocusStatusProvider.hpp"
 #include "CorvaneCore/platform/HotkeyRegistrar.hpp"
 #include "CorvaneCore/platform/Log.hpp"
@@ -48,6 +49,12 @@ struct AppPlatform {
     DesktopServer& desktops;
     DesktopEvents& desktopEvents;
     SpacesPreferences& spaces;
+    /// The macOS Dock's own settings, which the own Dock bar keeps out of its way; none leaves
+    /// them alone.
+    DockSettings* dockSettings = nullptr;
+    /// Registers the application to start at login, or withdraws it; none where the system
+    /// cannot. Returns the reason when the system refused.
+    std::function<std::optional<std::string>(bool launches)> setLaunchesAtLogin = {};
     /// Where the settings are a file that other processes write (off macOS), watched so that a
     /// setting changed by the command-line tool reaches the running state; none where the system
     /// keeps them.

@@ -1,18 +1,21 @@
 #include "CorvaneApp/shell/LivePlatform.hpp"
 
 #include "CorvaneApp/shell/SystemDock.hpp"
+#include "CorvaneCore/dock/DockPlistPath.hpp"
 #include "CorvaneStorage/storage/StoragePath.hpp"
 #include "platform/posix/PosixProcessRunner.hpp"
 #include "platform/posix/SystemClock.hpp"
 #include "platform/posix/ThreadSleeper.hpp"
 
 #ifdef __APPLE__
+#include "platform/macos/CFPreferencesDockSettings.hpp"
 #include "platform/macos/CFPreferencesSpacesPreferences.hpp"
 #include "platform/macos/CFPreferencesUserDefaults.hpp"
 #include "platform/macos/CarbonHotkeyRegistrar.hpp"
 #include "platform/macos/DispatchMainQueue.hpp"
 #include "platform/macos/DistributedNotifier.hpp"
 #include "platform/macos/LibprocProcessTable.hpp"
+#include "platform/macos/LoginItem.hpp"
 #include "platform/macos/OsLog.hpp"
 #include "platform/macos/SkyLightDesktopServer.hpp"
 #include "platform/macos/SystemFocusStatusProvider.hpp"
@@ -31,7 +34,13 @@ namespace corvane {
 
 #ifdef __APPLE__
 struct LivePlatform::Adapters {
-    explicit Adapters(const Options&) {}
+    explicit Adapters(const Options& options) {
+        // Only the live Dock is kept out of the bar's way; a preferences file named on the command
+        // line stands for no Dock on screen.
+        if (!options.dockPlist)
+            dockSettings = std::make_unique<CFPreferencesDockSettings>(DockPlistPath::userDockPlistURL(options.environment));
+        if (options.isApplicationBundle) setLaunchesAtLogin = LoginItem::setEnabled;
+    }
     DispatchMainQueue mainQueue;
     OsLog log;
     DistributedNotifier notifier;
@@ -47,6 +56,9 @@ struct LivePlatform::Adapters {
     PosixProcessRunner runner;
     ThreadSleeper sleeper;
     DockAccess dock;
+
+    std::unique_ptr<DockSettings> dockSettings;
+    std::function<std::optional<std::string>(bool)> setLaunchesAtLogin;
 
     DesktopServer& desktopServer() { return desktops; }
     SpacesPreferences& spacesPreferences() { return spaces; }
@@ -74,6 +86,10 @@ struct LivePlatform::Adapters {
     ThreadSleeper sleeper;
     DockAccess dock;
 
+    // No macOS Dock to keep out of the way, and no login items.
+    std::unique_ptr<DockSettings> dockSettings;
+    std::function<std::optional<std::string>(bool)> setLaunchesAtLogin;
+
     DesktopServer& desktopServer() { return desktops; }
     SpacesPreferences& spacesPreferences() { return desktops; }
     std::optional<std::filesystem::path> settingsFile() const { return settingsPath; }
@@ -100,6 +116,8 @@ LivePlatform::LivePlatform(Options options) : adapters_(std::make_unique<Adapter
         .desktops = a.desktopServer(),
         .desktopEvents = a.desktopEvents,
         .spaces = a.spacesPreferences(),
+        .dockSettings = a.dockSettings.get(),
+        .setLaunchesAtLogin = a.setLaunchesAtLogin,
         .settingsFile = a.settingsFile(),
     });
 }

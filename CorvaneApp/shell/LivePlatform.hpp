@@ -22,6 +22,8 @@ public:
         std::optional<std::filesystem::path> dockPlist;
         /// Writes the log to stderr as well where the system has no log of its own.
         bool logsToStderr = false;
+        /// The application bundle: it may register itself to start at login. Other hosts never do.
+        bool isApplicationBundle = false;
     };
 
     explicit LivePlatform(Options options);

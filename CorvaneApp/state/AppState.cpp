@@ -300,6 +300,7 @@ void AppState::changeSettings(const std::function<void(AppSettings&)>& change) {
     auto updated = settings_;
     change(updated);
     if (updated == settings_) return;
+    auto before = settings_;
     auto hotkeysChange = [](const AppSettings& a, const AppSettings& b) {
         return a.numberedWorkspaceHotkeys != b.numberedWorkspaceHotkeys ||
                a.workspaceHotkeyModifiers != b.workspaceHotkeyModifiers || a.focusDockHotkey != b.focusDockHotkey ||
@@ -314,6 +315,7 @@ void AppState::changeSettings(const std::function<void(AppSettings&)>& change) {
         settings_ = preferences_.load(); // whatever part was written
     }
     if (hotkeysChange) registerHotkeys();
+    if (callbacks.onSettingsChange && settings_ != before) callbacks.onSettingsChange(before);
 }
 
 void AppState::setLanguage(const std::optional<std::string>& tag) {
@@ -442,8 +444,9 @@ void AppState::handleWorkspacesChanged() {
 void AppState::handleSettingsChanged() {
     auto fresh = preferences_.load();
     if (fresh == settings_) return;
-    settings_ = std::move(fresh);
+    auto before = std::exchange(settings_, std::move(fresh));
     registerHotkeys();
+    if (callbacks.onSettingsChange) callbacks.onSettingsChange(before);
 }
 
 void AppState::syncWidgets() {

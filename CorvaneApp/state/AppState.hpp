@@ -73,6 +73,8 @@ public:
         std::function<void(const std::string& page)> onShowPage;
         std::function<void(const std::filesystem::path& folder)> onOpenStack;
         std::function<void(const std::string& kind)> onShowWidgetPreview;
+        /// The settings changed, here or in another process; given those before.
+        std::function<void(const AppSettings& before)> onSettingsChange;
         /// Quitting: the own bar hands the screen back.
         std::function<void()> onQuit;
     };

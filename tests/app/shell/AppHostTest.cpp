@@ -11,6 +11,7 @@
 #include "fakes/FakeHotkeyRegistrar.hpp"
 #include "fakes/FakeRunningApplications.hpp"
 #include "fakes/InMemoryDockBackend.hpp"
+#include "fakes/InMemoryDockSettings.hpp"
 #include "fakes/ManualScheduler.hpp"
 #include "fakes/RecordingNotifier.hpp"
 #include "fakes/TemporaryDirectory.hpp"
@@ -61,6 +62,8 @@ protected:
     FakeFocusStatusProvider focus;
     FakeRunningApplications apps;
     FakeDesktopServer desktops;
+    InMemoryDockSettings nativeDock;
+    std::vector<bool> loginItem;
     AppPlatform platform{
         .environment = {{"HOME", dir.path().string()}},
         .clock = clock,
@@ -78,6 +81,11 @@ protected:
         .desktops = desktops,
         .desktopEvents = desktops,
         .spaces = desktops,
+        .dockSettings = &nativeDock,
+        .setLaunchesAtLogin = [this](bool launches) -> std::optional<std::string> {
+            loginItem.push_back(launches);
+            return std::nullopt;
+        },
         .settingsFile = data / PlistFileUserDefaults::fileName,
     };
     std::unique_ptr<AppHost> host;
@@ -132,4 +140,29 @@ TEST_F(Hosting, AnUnusableDataFolderRunsDegradedAndLeavesItsFilesAlone) {
     scheduler.advance(10);
     host.reset();
     EXPECT_EQ(readText(data / "profiles.json"), "not json");
+}
+
+TEST_F(Hosting, TheOwnBarHidesTheMacOSDockWhileItRunsAndGivesItBackAsTheUserHadIt) {
+    nativeDock.values = {.autohide = false, .delay = 0.2, .tileSize = 48};
+    nativeDock.orientationValue = "bottom";
+    const NativeDockPreferences original = nativeDock.values;
+    const NativeDockPreferences hidden{true, NativeDockModeValues::hiddenDelay, NativeDockModeValues::hiddenTileSize};
+    auto& state = start().state();
+    EXPECT_EQ(nativeDock.values, hidden) << "a bar on the Dock's own edge hides it outright";
+
+    state.changeSettings([](AppSettings& settings) { settings.usesOwnDock = false; });
+    EXPECT_EQ(nativeDock.values, original);
+    state.changeSettings([](AppSettings& settings) {
+        settings.usesOwnDock = true;
+        settings.dockStyle.position = DockPosition::left;
+        settings.launchAtLogin = true;
+    });
+    EXPECT_EQ(nativeDock.values, (NativeDockPreferences{true, 0.2, 48})) << "on another edge it only hides itself";
+    EXPECT_EQ(loginItem, std::vector{true});
+
+    host->shutDown();
+    EXPECT_EQ(nativeDock.values, original);
+    host.reset();
+    start(); // a later launch registers the login item again, in case the user removed it
+    EXPECT_EQ(loginItem, (std::vector{true, true}));
 }

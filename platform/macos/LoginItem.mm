@@ -1,0 +1,17 @@
+#include "platform/macos/LoginItem.hpp"
+
+#import <Foundation/Foundation.h>
+#import <ServiceManagement/ServiceManagement.h>
+
+namespace corvane::LoginItem {
+
+std::optional<std::string> setEnabled(bool enabled) {
+    SMAppService* service = SMAppService.mainAppService;
+    if (enabled == (service.status == SMAppServiceStatusEnabled)) return std::nullopt;
+    NSError* error = nil;
+    BOOL done = enabled ? [service registerAndReturnError:&error] : [service unregisterAndReturnError:&error];
+    if (done || (enabled && service.status == SMAppServiceStatusRequiresApproval)) return std::nullopt;
+    return std::string(error.localizedDescription.UTF8String ?: "refused");
+}
+
+} // namespace corvane::LoginItem
