@@ -3,17 +3,30 @@
 #include "CorvaneCore/support/JsonCoding.hpp"
 #include "CorvaneCore/widgets/weather/WeatherCodingJson.hpp"
 
-#include <charconv>
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 
 namespace corvane {
 
 std::string shortestNumberText(double value) {
     if (!std::isfinite(value)) return "0";
-    char buffer[64];
-    auto [end, error] = std::to_chars(buffer, buffer + sizeof buffer, value);
-    if (error != std::errc()) return "0";
-    return std::string(buffer, end);
+    // Floating-point to_chars does this in one call, but macOS's C++ library has it only from
+    // 13.3 on; this gives the same text: the fewest significant digits that read back as the same
+    // number, written plain or with an exponent, whichever is shorter (plain on a tie).
+    char scientific[32];
+    int digits = 1;
+    for (; digits < 17; ++digits) {
+        std::snprintf(scientific, sizeof scientific, "%.*e", digits - 1, value);
+        if (std::strtod(scientific, nullptr) == value) break;
+    }
+    std::snprintf(scientific, sizeof scientific, "%.*e", digits - 1, value);
+    int exponent = std::atoi(std::strchr(scientific, 'e') + 1);
+    char plain[400];
+    std::snprintf(plain, sizeof plain, "%.*f", std::max(0, digits - 1 - exponent), value);
+    return std::strlen(plain) <= std::strlen(scientific) ? plain : scientific;
 }
 
 std::string WeatherPlace::id() const {

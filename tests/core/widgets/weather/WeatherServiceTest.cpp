@@ -163,6 +163,9 @@ TEST(WeatherService, PlacesNeedANameAndAPositionAndJoinTheirRegion) {
     EXPECT_EQ(places[1].displayName(), "Oslo, Minnesota, United States");
     EXPECT_EQ(places[1].id(), "Oslo|48.19551|-97.13175");
     EXPECT_EQ(places[2], (WeatherPlace{"Oslo Islet", std::nullopt, -10.5, 105.6}));
+    EXPECT_EQ(places[2].id(), "Oslo Islet|-10.5|105.6");
+    EXPECT_EQ((WeatherPlace{"Pole", std::nullopt, -90, 0.1 + 0.2}).id(), "Pole|-90|0.30000000000000004");
+    EXPECT_EQ((WeatherPlace{"Tiny", std::nullopt, 0.0001, 1e21}).id(), "Tiny|1e-04|1e+21");
     EXPECT_EQ(places[2].displayName(), "Oslo Islet");
     EXPECT_EQ(places[3].region, "Chile");
 
