@@ -1,0 +1,81 @@
+// Corvane.app: the menu-bar application. Everything it decides lives in the portable library;
+// this file only brings up AppKit, the application's state through AppHost, and the views that
+// draw that state.
+
+#include "CorvaneApp/shell/AppHost.hpp"
+#include "CorvaneApp/shell/LivePlatform.hpp"
+
+#import <AppKit/AppKit.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace corvane;
+
+/// Hands AppKit's launch and termination to the handlers the application installs.
+@interface CorvaneAppDelegate : NSObject <NSApplicationDelegate>
+@property(nonatomic, copy) void (^launchHandler)(void);
+@property(nonatomic, copy) void (^terminateHandler)(void);
+@end
+
+@implementation CorvaneAppDelegate
+
+- (void)applicationDidFinishLaunching:(NSNotification*)notification {
+    dispatch_async(dispatch_get_main_queue(), ^{
+      // Windows that only carried the launch, which a user must never see.
+      for (NSWindow* window in NSApp.windows)
+          if ([window.identifier hasPrefix:@"corvane.bootstrap"]) [window close];
+      if (self.launchHandler) self.launchHandler();
+    });
+}
+
+- (void)applicationWillTerminate:(NSNotification*)notification {
+    if (self.terminateHandler) self.terminateHandler();
+}
+
+- (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication*)sender {
+    return NO;
+}
+
+@end
+
+namespace {
+
+/// Everything that lives as long as the application, in the order it comes up.
+struct Application {
+    std::unique_ptr<LivePlatform> live;
+    std::unique_ptr<AppHost> host;
+};
+
+Application& application() {
+    static Application instance;
+    return instance;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    @autoreleasepool {
+        NSApplication* app = NSApplication.sharedApplication;
+        CorvaneAppDelegate* delegate = [CorvaneAppDelegate new];
+        app.delegate = delegate;
+
+        auto environment = currentEnvironment();
+        auto dataDirectory = LivePlatform::defaultDataDirectory(environment);
+        auto& running = application();
+        running.live = std::make_unique<LivePlatform>(LivePlatform::Options{
+            .environment = environment,
+            .dataDirectory = dataDirectory,
+            .isApplicationBundle = true,
+        });
+        running.host = std::make_unique<AppHost>(running.live->platform(), dataDirectory, AppState::Callbacks{},
+                                                 LaunchRequests::parse(std::vector<std::string>(argv + 1, argv + argc)));
+
+        delegate.terminateHandler = ^{
+          application().host->shutDown();
+        };
+        [app run];
+    }
+    return 0;
+}
