@@ -32,8 +32,23 @@
 
 namespace corvane {
 
+namespace {
+
+/// The adapters both systems share.
+struct CommonAdapters {
+    SystemClock clock;
+    PosixProcessRunner runner;
+    ThreadSleeper sleeper;
+    DockAccess dock;
+    /// The macOS Dock's own settings, where there is one to keep out of the bar's way.
+    std::unique_ptr<DockSettings> dockSettings;
+    std::function<std::optional<std::string>(bool)> setLaunchesAtLogin;
+};
+
+} // namespace
+
 #ifdef __APPLE__
-struct LivePlatform::Adapters {
+struct LivePlatform::Adapters : CommonAdapters {
     explicit Adapters(const Options& options) {
         // Only the live Dock is kept out of the bar's way; a preferences file named on the command
         // line stands for no Dock on screen.
@@ -52,47 +67,26 @@ struct LivePlatform::Adapters {
     SkyLightDesktopServer desktops;
     WorkspaceDesktopEvents desktopEvents;
     CFPreferencesSpacesPreferences spaces;
-    SystemClock clock;
-    PosixProcessRunner runner;
-    ThreadSleeper sleeper;
-    DockAccess dock;
-
-    std::unique_ptr<DockSettings> dockSettings;
-    std::function<std::optional<std::string>(bool)> setLaunchesAtLogin;
-
-    DesktopServer& desktopServer() { return desktops; }
-    SpacesPreferences& spacesPreferences() { return spaces; }
-    std::optional<std::filesystem::path> settingsFile() const { return std::nullopt; }
+    std::optional<std::filesystem::path> settingsFile;
 };
 #else
-struct LivePlatform::Adapters {
+// No macOS Dock to keep out of the way, and no login items.
+struct LivePlatform::Adapters : CommonAdapters {
     explicit Adapters(const Options& options)
-        : log(options.logsToStderr),
-          defaults(options.dataDirectory / PlistFileUserDefaults::fileName),
-          settingsPath(options.dataDirectory / PlistFileUserDefaults::fileName) {}
+        : log(options.logsToStderr), defaults(options.dataDirectory / PlistFileUserDefaults::fileName),
+          settingsFile(options.dataDirectory / PlistFileUserDefaults::fileName) {}
     RunLoop mainQueue;
     StderrLog log;
     NullNotifier notifier;
     ProcProcessTable processes;
     PlistFileUserDefaults defaults;
-    std::filesystem::path settingsPath;
     AbsentHotkeyRegistrar hotkeys;
     AbsentFocusStatus focus;
     AbsentRunningApplications applications;
     AbsentDesktops desktops;
     AbsentDesktops& desktopEvents = desktops;
-    SystemClock clock;
-    PosixProcessRunner runner;
-    ThreadSleeper sleeper;
-    DockAccess dock;
-
-    // No macOS Dock to keep out of the way, and no login items.
-    std::unique_ptr<DockSettings> dockSettings;
-    std::function<std::optional<std::string>(bool)> setLaunchesAtLogin;
-
-    DesktopServer& desktopServer() { return desktops; }
-    SpacesPreferences& spacesPreferences() { return desktops; }
-    std::optional<std::filesystem::path> settingsFile() const { return settingsPath; }
+    AbsentDesktops& spaces = desktops;
+    std::optional<std::filesystem::path> settingsFile;
 };
 #endif
 
@@ -113,12 +107,12 @@ LivePlatform::LivePlatform(Options options) : adapters_(std::make_unique<Adapter
         .hotkeys = a.hotkeys,
         .focus = a.focus,
         .applications = a.applications,
-        .desktops = a.desktopServer(),
+        .desktops = a.desktops,
         .desktopEvents = a.desktopEvents,
-        .spaces = a.spacesPreferences(),
+        .spaces = a.spaces,
         .dockSettings = a.dockSettings.get(),
         .setLaunchesAtLogin = a.setLaunchesAtLogin,
-        .settingsFile = a.settingsFile(),
+        .settingsFile = a.settingsFile,
     });
 }
 
