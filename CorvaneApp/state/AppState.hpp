@@ -103,6 +103,7 @@ public:
     WidgetStore& widgetStore() { return *widgetStore_; }
     ProfileStore& profileStore() { return *stores_.profiles; }
     WorkspaceBackupStore& workspaceBackups() { return *stores_.workspaceBackups; }
+    BackupManager& dockBackups() { return *stores_.dockBackups; }
 
     /// Runs `action`, turning a failure into `lastError` and "dock change failed: …"; then, in
     /// every case, reads the workspaces again and registers the hotkeys again. True on success.
