@@ -2,8 +2,10 @@
 // this file only brings up AppKit, the application's state through AppHost, and the views that
 // draw that state.
 
+#include "CorvaneApp/macos/StatusMenu.hpp"
 #include "CorvaneApp/shell/AppHost.hpp"
 #include "CorvaneApp/shell/LivePlatform.hpp"
+#include "platform/macos/CFCalendarAdapter.hpp"
 
 #import <AppKit/AppKit.h>
 
@@ -46,6 +48,8 @@ namespace {
 struct Application {
     std::unique_ptr<LivePlatform> live;
     std::unique_ptr<AppHost> host;
+    CFCalendarAdapter calendar;
+    std::unique_ptr<StatusMenu> menu;
 };
 
 Application& application() {
@@ -71,6 +75,8 @@ int main(int argc, char* argv[]) {
         });
         running.host = std::make_unique<AppHost>(running.live->platform(), dataDirectory, AppState::Callbacks{},
                                                  LaunchRequests::parse(std::vector<std::string>(argv + 1, argv + argc)));
+
+        running.menu = std::make_unique<StatusMenu>(running.host->state(), running.calendar);
 
         delegate.terminateHandler = ^{
           application().host->shutDown();
