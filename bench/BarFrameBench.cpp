@@ -3,6 +3,7 @@
 // frame. Heap allocations are counted through the replaced global operator new below and
 // reported per frame; once the kept frame has grown to the tile count there should be none.
 
+#include "CorvaneApp/render/BarCompositor.hpp"
 #include "CorvaneApp/render/BarLayout.hpp"
 #include "CorvaneApp/render/BarRenderer.hpp"
 #include "CorvaneApp/render/WorkspaceBarScene.hpp"
@@ -145,5 +146,35 @@ void BM_BarDraw60Tiles(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_BarDraw60Tiles)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+namespace {
+
+// What the bar's view does while the pointer moves: the lens arithmetic and a composited frame,
+// tile art kept at its drawn size and only the changed stretch repainted. Two sweeps run first,
+// as the pointer would have passed along the bar before.
+void BM_BarCompositeFrame60TilesLensMoving(benchmark::State& state) {
+    auto scene = sixtyTiles();
+    BarLayout layout(scene);
+    DockLens lens;
+    BarFrame frame;
+    BarCompositor compositor;
+    Sweep sweep{layout.centers().front(), layout.centers().back(), layout.centers().front()};
+    auto next = [&] {
+        lens.follow(sweep.next());
+        lens.step(1.0 / 120);
+        layout.frame(lens, frame);
+        return compositor.compose(scene, layout, frame);
+    };
+    auto warmUp = static_cast<int>(4 * (sweep.to - sweep.from) / sweep.step);
+    for (int i = 0; i < warmUp; ++i) next();
+    auto hits = compositor.cacheHits(), misses = compositor.cacheMisses();
+    for (auto _ : state) benchmark::DoNotOptimize(next());
+    auto found = static_cast<double>(compositor.cacheHits() - hits);
+    state.counters["artFound"] = found / (found + static_cast<double>(compositor.cacheMisses() - misses));
+    state.counters["artMB"] = static_cast<double>(compositor.cachedBytes()) / (1 << 20);
+}
+BENCHMARK(BM_BarCompositeFrame60TilesLensMoving)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -199,34 +199,14 @@ bool drawsArt(const BarTile& tile) {
 
 // Mirror images of the icons in the strip of bar below them, fading out downwards. Only a bottom
 // bar has a floor to reflect on.
-void drawReflections(cairo_t* cr, const BarScene& scene, const BarFrame& frame, const LocalBar& bar) {
+void drawReflections(cairo_t* cr, const BarScene& scene, const BarFrame& frame, const LocalBar& bar,
+                     const TileArtPainter& paint) {
     if (!scene.theme.showsReflections || scene.style.position != DockPosition::bottom) return;
     cairo_save(cr);
     barPath(cr, scene, bar);
     cairo_clip(cr);
-    for (std::size_t i = 0; i < frame.tiles.size(); ++i) {
-        const auto& tile = scene.tiles[i];
-        if (!drawsArt(tile)) continue;
-        const Rect& drawn = frame.tiles[i].drawn;
-        // Mirror about the icon's visible base rather than its tile's edge.
-        double air = drawn.height * (1 - DockTileGeometry::iconBodyRatio) / 2;
-        double floor = drawn.maxY() - air;
-        // A group as small as the reflection: a group spans the clip, and the bar is long.
-        cairo_save(cr);
-        cairo_rectangle(cr, drawn.minX() - 2, floor, drawn.width + 4, drawn.height * 0.4);
-        cairo_clip(cr);
-        cairo_push_group(cr);
-        cairo_translate(cr, 0, 2 * floor);
-        cairo_scale(cr, 1, -1);
-        drawTileArt(cr, tile, drawn, scene.style.trashIcon);
-        cairo_pop_group_to_source(cr);
-        cairo_pattern_t* fade = cairo_pattern_create_linear(0, floor, 0, floor + drawn.height * 0.35);
-        cairo_pattern_add_color_stop_rgba(fade, 0, 0, 0, 0, 0.38);
-        cairo_pattern_add_color_stop_rgba(fade, 1, 0, 0, 0, 0);
-        cairo_mask(cr, fade);
-        cairo_pattern_destroy(fade);
-        cairo_restore(cr);
-    }
+    for (std::size_t i = 0; i < frame.tiles.size(); ++i)
+        if (drawsArt(scene.tiles[i])) paint(cr, i, frame.tiles[i].drawn, TileArtRole::reflection);
     cairo_restore(cr);
 }
 
@@ -321,57 +301,100 @@ void drawBackdrop(cairo_t* cr, const BarLayout& layout) {
 
 } // namespace
 
-void drawBar(cairo_t* cr, const BarScene& scene, const BarLayout& layout, const BarFrame& frame,
-             const BarMoment& moment) {
+void drawTileReflection(cairo_t* cr, const BarTile& tile, const Rect& drawn, TrashIcon trashIcon) {
+    // Mirror about the icon's visible base rather than its tile's edge.
+    double air = drawn.height * (1 - DockTileGeometry::iconBodyRatio) / 2;
+    double floor = drawn.maxY() - air;
+    // A group as small as the reflection: a group spans the clip, and the bar is long.
+    cairo_save(cr);
+    cairo_rectangle(cr, drawn.minX() - 2, floor, drawn.width + 4, drawn.height * 0.4);
+    cairo_clip(cr);
+    cairo_push_group(cr);
+    cairo_translate(cr, 0, 2 * floor);
+    cairo_scale(cr, 1, -1);
+    drawTileArt(cr, tile, drawn, trashIcon);
+    cairo_pop_group_to_source(cr);
+    cairo_pattern_t* fade = cairo_pattern_create_linear(0, floor, 0, floor + drawn.height * 0.35);
+    cairo_pattern_add_color_stop_rgba(fade, 0, 0, 0, 0, 0.38);
+    cairo_pattern_add_color_stop_rgba(fade, 1, 0, 0, 0, 0);
+    cairo_mask(cr, fade);
+    cairo_pattern_destroy(fade);
+    cairo_restore(cr);
+}
+
+TileArtPainter directTileArt(const BarScene& scene) {
+    return [&scene](cairo_t* cr, std::size_t index, const Rect& drawn, TileArtRole role) {
+        if (role == TileArtRole::reflection) drawTileReflection(cr, scene.tiles[index], drawn, scene.style.trashIcon);
+        else drawTileArt(cr, scene.tiles[index], drawn, scene.style.trashIcon);
+    };
+}
+
+bool animatesChrome(const BarScene& scene) {
+    const auto& decoration = scene.theme.decoration;
+    return decoration && decoration->outline;
+}
+
+void drawBarLayers(cairo_t* cr, const BarScene& scene, const BarLayout& layout, const BarFrame& frame,
+                   const BarMoment& moment, unsigned layers, const TileArtPainter& paint) {
     if (frame.tiles.size() != scene.tiles.size())
         throw std::invalid_argument("bar frame and scene differ in their tile count");
     cairo_save(cr);
     cairo_rectangle(cr, 0, 0, layout.width(), layout.height());
     cairo_clip(cr);
     cairo_new_path(cr);
-    if (moment.backdrop) drawBackdrop(cr, layout);
 
     LocalSpace space{scene.style.position, scene.metrics.windowHeight()};
     LocalBar bar = space.bar(frame.bar, scene.metrics);
     const auto& decoration = scene.theme.decoration;
 
-    // Chrome, drawn along the bar as if it sat at the bottom and turned into place.
-    cairo_save(cr);
-    space.apply(cr);
-    drawGlow(cr, scene, bar);
-    drawBackground(cr, scene, bar);
-    if (decoration && decoration->outline)
-        drawOutline(cr, *decoration->outline, bar, moment.seconds, [&] { barPath(cr, scene, bar.inset(1.5)); });
-    else
-        drawBorder(cr, scene, bar);
+    if (layers & BarLayer::chrome) {
+        if (moment.backdrop) drawBackdrop(cr, layout);
+        // Chrome, drawn along the bar as if it sat at the bottom and turned into place.
+        cairo_save(cr);
+        space.apply(cr);
+        drawGlow(cr, scene, bar);
+        drawBackground(cr, scene, bar);
+        if (decoration && decoration->outline)
+            drawOutline(cr, *decoration->outline, bar, moment.seconds, [&] { barPath(cr, scene, bar.inset(1.5)); });
+        else
+            drawBorder(cr, scene, bar);
+        cairo_restore(cr);
+    }
+
+    if (layers & BarLayer::tiles) {
+        drawReflections(cr, scene, frame, bar, paint);
+
+        cairo_save(cr);
+        space.apply(cr);
+        double radius = cornerRadius(scene, bar);
+        if (decoration && decoration->edgeCover) drawEdgeCover(cr, *decoration->edgeCover, bar, radius);
+        if (decoration && !decoration->lightHexes.empty())
+            drawLights(cr, *decoration, bar, radius, scene.metrics.iconSize, moment.seconds);
+        drawSeparators(cr, scene, frame, bar, space);
+        cairo_restore(cr);
+
+        // The hovered tile last, so that it lies over the neighbours it grew into.
+        for (std::size_t i = 0; i < frame.tiles.size(); ++i)
+            if (i != frame.hovered && drawsArt(scene.tiles[i])) paint(cr, i, frame.tiles[i].drawn, TileArtRole::icon);
+        if (frame.hovered && drawsArt(scene.tiles[*frame.hovered]))
+            paint(cr, *frame.hovered, frame.tiles[*frame.hovered].drawn, TileArtRole::icon);
+    }
+
+    if (layers & BarLayer::overlay) {
+        cairo_save(cr);
+        space.apply(cr);
+        drawIndicators(cr, scene, frame, bar, space);
+        if (decoration && decoration->particles)
+            drawParticles(cr, *decoration->particles, bar, scene.metrics.iconSize, moment.seconds);
+        cairo_restore(cr);
+        drawLabel(cr, scene, layout, frame);
+    }
     cairo_restore(cr);
+}
 
-    drawReflections(cr, scene, frame, bar);
-
-    cairo_save(cr);
-    space.apply(cr);
-    double radius = cornerRadius(scene, bar);
-    if (decoration && decoration->edgeCover) drawEdgeCover(cr, *decoration->edgeCover, bar, radius);
-    if (decoration && !decoration->lightHexes.empty())
-        drawLights(cr, *decoration, bar, radius, scene.metrics.iconSize, moment.seconds);
-    drawSeparators(cr, scene, frame, bar, space);
-    cairo_restore(cr);
-
-    // The hovered tile last, so that it lies over the neighbours it grew into.
-    for (std::size_t i = 0; i < frame.tiles.size(); ++i)
-        if (i != frame.hovered) drawTileArt(cr, scene.tiles[i], frame.tiles[i].drawn, scene.style.trashIcon);
-    if (frame.hovered)
-        drawTileArt(cr, scene.tiles[*frame.hovered], frame.tiles[*frame.hovered].drawn, scene.style.trashIcon);
-
-    cairo_save(cr);
-    space.apply(cr);
-    drawIndicators(cr, scene, frame, bar, space);
-    if (decoration && decoration->particles)
-        drawParticles(cr, *decoration->particles, bar, scene.metrics.iconSize, moment.seconds);
-    cairo_restore(cr);
-
-    drawLabel(cr, scene, layout, frame);
-    cairo_restore(cr);
+void drawBar(cairo_t* cr, const BarScene& scene, const BarLayout& layout, const BarFrame& frame,
+             const BarMoment& moment) {
+    drawBarLayers(cr, scene, layout, frame, moment, BarLayer::all, directTileArt(scene));
 }
 
 BarImage rasterizeBar(const BarScene& scene, const BarLayout& layout, const BarFrame& frame, const BarMoment& moment,
