@@ -78,34 +78,44 @@ private:
 
 } // namespace
 
-std::vector<BarTile> workspaceBarTiles(const WorkspaceDockLayout& layout, const BarTileSources& sources) {
+std::vector<BarTile> workspaceBarTiles(const WorkspaceDockLayout& layout, const BarTileSources& sources,
+                                       std::vector<BarTileOrigin>* origins) {
+    using Section = BarTileOrigin::Section;
     TileMaker make(sources);
     std::vector<BarTile> tiles;
+    std::vector<BarTileOrigin> from;
     tiles.reserve(layout.apps.size() + layout.others.size() + 2);
+    auto add = [&](BarTile tile, BarTileOrigin origin) {
+        tiles.push_back(std::move(tile));
+        from.push_back(origin);
+    };
     for (std::size_t i = 0; i < layout.apps.size(); ++i) {
         const auto& model = layout.apps[i];
         // The own tile is the app's, not a running application the user could hide.
         bool unpinned = i >= layout.runningStart && model.id != WorkspaceDockLayout::ownTileID;
         if (unpinned && !sources.style.showsRunningApps) continue;
+        BarTileOrigin origin{Section::apps, i};
         if (const auto* app = model.app())
-            tiles.push_back(make.app(model, *app));
+            add(make.app(model, *app), origin);
         else if (const auto* widget = model.widget())
-            tiles.push_back(make.widget(*widget));
+            add(make.widget(*widget), origin);
         else if (const auto* stack = model.stack())
-            tiles.push_back(make.stack(*stack));
+            add(make.stack(*stack), origin);
         else if (const auto* spacer = model.spacer())
-            tiles.push_back({.kind = BarTile::Kind::spacer, .spacer = *spacer});
+            add({.kind = BarTile::Kind::spacer, .spacer = *spacer}, origin);
     }
 
-    std::vector<BarTile> right;
-    for (const auto& model : layout.others)
-        if (auto tile = make.document(model)) right.push_back(std::move(*tile));
+    std::vector<std::pair<BarTile, BarTileOrigin>> right;
+    for (std::size_t i = 0; i < layout.others.size(); ++i)
+        if (auto tile = make.document(layout.others[i])) right.emplace_back(std::move(*tile), BarTileOrigin{Section::others, i});
     if (sources.style.showsTrash)
-        right.push_back({.kind = BarTile::Kind::trash, .label = "Trash", .isFull = sources.trashIsFull});
+        right.emplace_back(BarTile{.kind = BarTile::Kind::trash, .label = "Trash", .isFull = sources.trashIsFull},
+                           BarTileOrigin{});
     if (!right.empty()) {
-        tiles.push_back({.kind = BarTile::Kind::separator});
-        tiles.insert(tiles.end(), std::make_move_iterator(right.begin()), std::make_move_iterator(right.end()));
+        add({.kind = BarTile::Kind::separator}, {});
+        for (auto& [tile, origin] : right) add(std::move(tile), origin);
     }
+    if (origins) *origins = std::move(from);
     return tiles;
 }
 

@@ -33,10 +33,22 @@ struct BarTileSources {
     std::string ownName = "Corvane";
 };
 
+/// What a drawn tile stands for: an entry of the layout's application section or of its
+/// documents, or neither (the separator, the Trash).
+struct BarTileOrigin {
+    enum class Section { apps, others, none };
+    Section section = Section::none;
+    std::size_t index = 0;
+
+    bool operator==(const BarTileOrigin&) const = default;
+};
+
 /// The tiles of a layout as the bar draws them: the application section, then behind a
 /// separator the documents (Downloads where the workspace keeps it) and the Trash, as the style
 /// asks. Pure apart from what `icons` does.
-std::vector<BarTile> workspaceBarTiles(const WorkspaceDockLayout& layout, const BarTileSources& sources);
+/// `origins`, when given, receives what each tile stands for, tile by tile.
+std::vector<BarTile> workspaceBarTiles(const WorkspaceDockLayout& layout, const BarTileSources& sources,
+                                       std::vector<BarTileOrigin>* origins = nullptr);
 
 /// The widget that holds each slot, as the layout wants it.
 std::map<int, Uuid> slotOwners(const WidgetsFile& widgets);
