@@ -1,5 +1,7 @@
 #include "CorvaneApp/cli/PreviewCommand.hpp"
 
+#include "CorvaneApp/bar/BarContent.hpp"
+
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneApp/cli/WorkspaceArgument.hpp"
 #include "CorvaneApp/render/BarLayout.hpp"
@@ -123,25 +125,6 @@ void checkGeometry(const Arguments& args) {
     if (text::trimmed(args.output).empty()) throw UsageError("-o needs a file name");
 }
 
-// Shrinks the icons until the bar fits the given length, as the bar does on a narrow screen.
-// The bar is fitted with room left at both ends for it to grow into, so that the picture shows
-// a magnified bar whole. Spacing and padding round to whole points, so the bar is not quite
-// proportional to its icons and a second look may shrink them a little more.
-BarScene fitted(BarScene scene, const DockStyle& style, DockAppearance appearance, const Profile* active,
-                double width) {
-    double preferred = scene.metrics.iconSize;
-    for (int round = 0; round < 4; ++round) {
-        double current = scene.metrics.iconSize;
-        BarLayout layout(scene);
-        double available = std::max(width - 2 * layout.growthRoom(), 1.0);
-        double size = DockFit::iconSize(current, preferred, layout.barLength(), available);
-        if (size >= current) break;
-        appearance = appearance.fitted(size);
-        scene = makeBarScene(std::move(scene.tiles), style, appearance, active);
-    }
-    return scene;
-}
-
 } // namespace
 
 void addPreviewCommand(CLI::App& app, ToolContext& context) {
@@ -175,7 +158,7 @@ void addPreviewCommand(CLI::App& app, ToolContext& context) {
         auto appearance = style.applied(DockAppearance::systemDefault());
         auto tiles = tilesOf(shown, widgets.file(), style, context, barIcons(overrides, pack));
         auto scene = makeBarScene(std::move(tiles), style, appearance, shown);
-        if (args->width) scene = fitted(std::move(scene), style, appearance, shown, *args->width);
+        if (args->width) scene = fittedScene(std::move(scene), style, appearance, shown, *args->width);
 
         BarLayout layout(scene, args->width);
         DockLens lens;

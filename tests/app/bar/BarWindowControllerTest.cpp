@@ -1,7 +1,7 @@
 // The bar window's decisions, driven as the panel would drive them: pointer, presses, drags,
 // scrolls and the visibility rules, on a workspace with every kind of tile.
 
-#include "CorvaneApp/bar/BarWindowController.hpp"
+#include "CorvaneApp/bar/BarContent.hpp"
 #include "fakes/ManualScheduler.hpp"
 
 #include <gtest/gtest.h>
@@ -23,17 +23,12 @@ protected:
                    {.pid = 7, .bundleIdentifier = "com.apple.Notes", .path = "/Applications/Notes.app", .name = "Notes"}};
         rebuild();
     }
-    void rebuild(DockPosition position = DockPosition::bottom) {
+    void rebuild(DockPosition position = DockPosition::bottom, double screenLength = 0) {
         ownership.owners[7] = {profile.id}; // Notes was opened in this workspace
-        WorkspaceDockLayout::Inputs inputs{.active = &profile, .running = running, .ownership = &ownership,
-                                           .fileExists = [](const std::string&) { return true; }};
-        BarWindowController::Content content{.layout = WorkspaceDockLayout(inputs), .workspace = profile};
         style.position = position;
         style.hoverEffect = HoverEffect::magnify;
-        WidgetsFile widgets;
-        auto tiles = workspaceBarTiles(content.layout, {.widgets = widgets, .style = style}, &content.origins);
-        content.scene = makeBarScene(std::move(tiles), style, style.applied(DockAppearance::systemDefault()), nullptr);
-        bar.show(std::move(content));
+        bar.show(barContent(&profile, widgets, style,
+                            {.running = running, .ownership = &ownership, .screenLength = screenLength}));
     }
     std::size_t tileNamed(const std::string& label) const {
         for (std::size_t i = 0; i < bar.scene().tiles.size(); ++i)
@@ -59,6 +54,7 @@ protected:
     Profile profile;
     std::vector<RunningApp> running;
     WorkspaceOwnership ownership;
+    WidgetsFile widgets;
     DockStyle style;
     std::vector<BarClick> clicks;
     std::vector<std::vector<DockItem>> edits;
@@ -204,4 +200,18 @@ TEST_F(Bar, ThePanelSitsCentredOnItsEdge) {
     EXPECT_DOUBLE_EQ(left.midY(), screen.midY());
     rebuild(DockPosition::right);
     EXPECT_DOUBLE_EQ(bar.panelFrame(screen).maxX(), screen.maxX());
+}
+
+TEST_F(Bar, ANarrowScreenShrinksTheIconsUntilTheBarFitsAndNoWorkspaceEditsNothing) {
+    auto wide = bar.scene().metrics.iconSize;
+    rebuild(DockPosition::bottom, 300);
+    EXPECT_LT(bar.scene().metrics.iconSize, wide);
+    EXPECT_LE(bar.layout().width(), 300);
+
+    bar.show(barContent(nullptr, widgets, style, {.running = running}));
+    auto first = centre(1), second = centre(2);
+    bar.pressed(first);
+    bar.dragged({second.x + 20, second.y});
+    bar.released({second.x + 20, second.y});
+    EXPECT_TRUE(edits.empty());
 }
