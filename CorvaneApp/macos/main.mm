@@ -2,6 +2,7 @@
 // this file only brings up AppKit, the application's state through AppHost, and the views that
 // draw that state.
 
+#include "CorvaneApp/macos/BarPanel.hpp"
 #include "CorvaneApp/macos/StatusMenu.hpp"
 #include "CorvaneApp/shell/AppHost.hpp"
 #include "CorvaneApp/shell/LivePlatform.hpp"
@@ -50,6 +51,7 @@ struct Application {
     std::unique_ptr<AppHost> host;
     CFCalendarAdapter calendar;
     std::unique_ptr<StatusMenu> menu;
+    std::unique_ptr<BarPanel> bar;
 };
 
 Application& application() {
@@ -73,12 +75,26 @@ int main(int argc, char* argv[]) {
             .dataDirectory = dataDirectory,
             .isApplicationBundle = true,
         });
-        running.host = std::make_unique<AppHost>(running.live->platform(), dataDirectory, AppState::Callbacks{},
+        // The bar follows every change of the workspace, wherever it was made.
+        AppState::Callbacks callbacks{
+            .onWorkspaceSwitch = [] { if (auto& bar = application().bar) bar->reload(); },
+            .onReconcileWidgetHelpers = [] { if (auto& bar = application().bar) bar->reload(); },
+            .onSettingsChange = [](const AppSettings&) { if (auto& bar = application().bar) bar->reload(); },
+        };
+        running.host = std::make_unique<AppHost>(running.live->platform(), dataDirectory, std::move(callbacks),
                                                  LaunchRequests::parse(std::vector<std::string>(argv + 1, argv + argc)));
 
         running.menu = std::make_unique<StatusMenu>(running.host->state(), running.calendar);
 
+        // The own Dock bar comes once the application has finished launching.
+        delegate.launchHandler = ^{
+          auto& app = application();
+          auto& platform = app.live->platform();
+          app.bar = std::make_unique<BarPanel>(app.host->state(), platform.scheduler, platform.applications,
+                                               platform.environment, app.host->dataDirectory());
+        };
         delegate.terminateHandler = ^{
+          application().bar.reset();
           application().host->shutDown();
         };
         [app run];

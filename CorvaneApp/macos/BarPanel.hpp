@@ -1,0 +1,34 @@
+#pragma once
+
+#include "CorvaneApp/state/AppState.hpp"
+#include "CorvaneCore/platform/RunningApplications.hpp"
+#include "CorvaneCore/platform/SystemFolders.hpp"
+
+#include <filesystem>
+#include <memory>
+
+namespace corvane {
+
+/// The own Dock bar's window: a borderless panel that does not take the focus, on the chosen
+/// edge of the main screen, above normal windows and on every desktop. It shows what
+/// `BarCompositor` draws of `BarWindowController`'s frame and forwards the pointer, presses,
+/// drags and scrolls to the controller; the shell's part of each decision (opening, switching,
+/// storing an edit) goes back to the state. Main thread.
+class BarPanel {
+public:
+    BarPanel(AppState& state, Scheduler& scheduler, RunningApplications& applications,
+             const ProcessEnvironment& environment, const std::filesystem::path& dataDirectory);
+    ~BarPanel();
+    BarPanel(const BarPanel&) = delete;
+    BarPanel& operator=(const BarPanel&) = delete;
+
+    /// The workspace, its widgets, the settings or the screen changed: the bar shows them, or
+    /// goes away while the own Dock is off.
+    void reload();
+
+private:
+    struct Views;
+    std::unique_ptr<Views> views_;
+};
+
+} // namespace corvane

@@ -1,0 +1,268 @@
+#include "CorvaneApp/macos/BarPanel.hpp"
+
+#include "CorvaneApp/bar/BarContent.hpp"
+#include "CorvaneApp/looks/IconOverrides.hpp"
+#include "CorvaneApp/render/BarCompositor.hpp"
+#include "CorvaneApp/render/BarIcons.hpp"
+#include "CorvaneCore/bar/DownloadsTile.hpp"
+
+#import <AppKit/AppKit.h>
+
+using namespace corvane;
+
+/// Forwards the view's events, in its own top-down coordinates, to the handlers it is given.
+@interface CorvaneBarView : NSView
+@property(nonatomic, copy) void (^onPointer)(NSPoint point, BOOL inside);
+@property(nonatomic, copy) void (^onPress)(NSPoint point, int phase);
+@property(nonatomic, copy) void (^onScroll)(CGFloat delta, NSTimeInterval at, BOOL precise);
+@end
+
+@implementation CorvaneBarView
+
+- (BOOL)isFlipped {
+    return YES;
+}
+
+- (BOOL)acceptsFirstMouse:(NSEvent*)event {
+    return YES;
+}
+
+- (void)updateTrackingAreas {
+    [super updateTrackingAreas];
+    for (NSTrackingArea* area in self.trackingAreas) [self removeTrackingArea:area];
+    NSTrackingAreaOptions options = NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved |
+                                    NSTrackingActiveAlways | NSTrackingInVisibleRect;
+    [self addTrackingArea:[[NSTrackingArea alloc] initWithRect:NSZeroRect options:options owner:self userInfo:nil]];
+}
+
+- (NSPoint)local:(NSEvent*)event {
+    return [self convertPoint:event.locationInWindow fromView:nil];
+}
+
+- (void)mouseMoved:(NSEvent*)event {
+    self.onPointer([self local:event], YES);
+}
+- (void)mouseEntered:(NSEvent*)event {
+    self.onPointer([self local:event], YES);
+}
+- (void)mouseExited:(NSEvent*)event {
+    self.onPointer([self local:event], NO);
+}
+- (void)mouseDown:(NSEvent*)event {
+    self.onPress([self local:event], 0);
+}
+- (void)mouseDragged:(NSEvent*)event {
+    self.onPress([self local:event], 1);
+}
+- (void)mouseUp:(NSEvent*)event {
+    self.onPress([self local:event], 2);
+}
+- (void)scrollWheel:(NSEvent*)event {
+    // Across the bar's axis a vertical scroll steps, whatever the bar's edge.
+    CGFloat delta = event.scrollingDeltaY != 0 ? event.scrollingDeltaY : event.scrollingDeltaX;
+    self.onScroll(delta, event.timestamp, event.hasPreciseScrollingDeltas);
+}
+
+@end
+
+namespace corvane {
+
+namespace {
+
+Rect rect(NSRect frame) { return {frame.origin.x, frame.origin.y, frame.size.width, frame.size.height}; }
+
+NSURL* fileURL(const std::string& path) { return [NSURL fileURLWithPath:[NSString stringWithUTF8String:path.c_str()]]; }
+
+/// Carries out what a click on a tile asks for; the widget windows belong to the state's shell.
+void open(const BarClick& click, AppState& state) {
+    NSWorkspace* workspace = NSWorkspace.sharedWorkspace;
+    switch (click.kind) {
+    case BarClick::Kind::activateApp:
+        [[NSRunningApplication runningApplicationWithProcessIdentifier:click.pid.value_or(0)]
+            activateWithOptions:NSApplicationActivateAllWindows];
+        return;
+    case BarClick::Kind::launchApp:
+        [workspace openApplicationAtURL:fileURL(click.target)
+                          configuration:[NSWorkspaceOpenConfiguration configuration]
+                      completionHandler:nil];
+        return;
+    case BarClick::Kind::openFile:
+    case BarClick::Kind::openStack: // until stacks have their own window, the folder opens in the Finder
+        [workspace openURL:fileURL(click.target)];
+        return;
+    case BarClick::Kind::openLink:
+        if (NSURL* url = [NSURL URLWithString:[NSString stringWithUTF8String:click.target.c_str()]]) [workspace openURL:url];
+        return;
+    case BarClick::Kind::openTrash:
+        [workspace openURL:[NSFileManager.defaultManager URLForDirectory:NSTrashDirectory
+                                                                inDomain:NSUserDomainMask
+                                                       appropriateForURL:nil
+                                                                  create:NO
+                                                                   error:nil]];
+        return;
+    case BarClick::Kind::openWidget:
+    case BarClick::Kind::openWidgetStack:
+        if (click.id) state.handleEditWidgetRequest(*click.id);
+        return;
+    case BarClick::Kind::showApp:
+        state.showSettings();
+        return;
+    }
+}
+
+} // namespace
+
+struct BarPanel::Views {
+    Views(AppState& appState, RunningApplications& running, const ProcessEnvironment& environment,
+          const std::filesystem::path& dataDirectory)
+        : state(appState), applications(running), icons(dataDirectory),
+          downloads(DownloadsTile::folder(environment).string()) {}
+
+    AppState& state;
+    RunningApplications& applications;
+    IconOverrides icons;
+    std::string downloads;
+    std::unique_ptr<BarWindowController> controller;
+    std::unique_ptr<BarCompositor> compositor;
+    NSPanel* panel = nil;
+    CorvaneBarView* view = nil;
+    NSTimer* frames = nil;
+    std::vector<RunningApp> running;
+
+    void draw() {
+        auto changed = compositor->compose(controller->scene(), controller->layout(), controller->frame());
+        if (!changed) return;
+        CGColorSpaceRef space = CGColorSpaceCreateWithName(kCGColorSpaceSRGB);
+        CGContextRef context = CGBitmapContextCreate(const_cast<unsigned char*>(compositor->pixels()),
+                                                     static_cast<size_t>(compositor->pixelWidth()),
+                                                     static_cast<size_t>(compositor->pixelHeight()), 8,
+                                                     static_cast<size_t>(compositor->stride()), space,
+                                                     static_cast<CGBitmapInfo>(kCGImageAlphaPremultipliedFirst) |
+                                                         static_cast<CGBitmapInfo>(kCGBitmapByteOrder32Little));
+        CGImageRef image = CGBitmapContextCreateImage(context);
+        view.layer.contents = (__bridge id)image;
+        CGImageRelease(image);
+        CGContextRelease(context);
+        CGColorSpaceRelease(space);
+    }
+
+    /// Steps the lens at the display's pace while it moves, and stops when it rests.
+    void animate() {
+        if (frames) return;
+        frames = [NSTimer scheduledTimerWithTimeInterval:1.0 / 120
+                                                 repeats:YES
+                                                   block:^(NSTimer* timer) {
+                                                     bool moving = controller->tick(timer.timeInterval);
+                                                     draw();
+                                                     if (!moving) {
+                                                         [timer invalidate];
+                                                         frames = nil;
+                                                     }
+                                                   }];
+    }
+
+    void place() {
+        NSScreen* screen = NSScreen.mainScreen;
+        if (!screen) return;
+        NSRect frame = screen.frame;
+        Rect placed = controller->panelFrame(rect(frame));
+        [panel setFrame:NSMakeRect(placed.x, placed.y, placed.width, placed.height) display:NO];
+        view.layer.contentsScale = screen.backingScaleFactor;
+    }
+
+    void reload() {
+        if (!state.settings().usesOwnDock) {
+            [panel orderOut:nil];
+            return;
+        }
+        const Profile* active = nullptr;
+        for (const auto& profile : state.profiles())
+            if (profile.id == state.activeProfileId()) active = &profile;
+        running = applications.regularApplications();
+        const auto& style = state.settings().dockStyle;
+        NSScreen* screen = NSScreen.mainScreen;
+        double length = 0;
+        if (screen) length = style.position == DockPosition::bottom ? screen.frame.size.width : screen.frame.size.height;
+        controller->show(barContent(active, state.widgetStore().file(), style,
+                                          {.running = running,
+                                           .ownership = &state.workspaceApps().ownership,
+                                           .downloads = downloads,
+                                           .icons = barIcons(icons),
+                                           .screenLength = length}));
+        place();
+        draw();
+        [panel orderFrontRegardless];
+    }
+};
+
+BarPanel::BarPanel(AppState& state, Scheduler& scheduler, RunningApplications& applications,
+                   const ProcessEnvironment& environment, const std::filesystem::path& dataDirectory)
+    : views_(std::make_unique<Views>(state, applications, environment, dataDirectory)) {
+    auto* views = views_.get();
+    views->controller = std::make_unique<BarWindowController>(
+        scheduler,
+        BarWindowController::Callbacks{
+            .onClick = [views](const BarClick& click) { open(click, views->state); },
+            .onItemsChanged =
+                [views](std::vector<DockItem> items) {
+                    if (!views->state.activeProfileId()) return;
+                    for (auto profile : views->state.profiles())
+                        if (profile.id == *views->state.activeProfileId()) {
+                            profile.items = std::move(items);
+                            views->state.updateProfile(profile);
+                        }
+                    views->reload();
+                },
+            .onStep = [views](int step) { views->state.cycleWorkspace(step); },
+            .onVisibilityChange =
+                [views](bool shown) {
+                    if (shown) [views->panel orderFrontRegardless];
+                    else [views->panel orderOut:nil];
+                },
+        });
+    double scale = NSScreen.mainScreen ? NSScreen.mainScreen.backingScaleFactor : 2;
+    views->compositor = std::make_unique<BarCompositor>(scale);
+
+    views->panel = [[NSPanel alloc] initWithContentRect:NSMakeRect(0, 0, 100, 100)
+                                              styleMask:NSWindowStyleMaskBorderless | NSWindowStyleMaskNonactivatingPanel
+                                                backing:NSBackingStoreBuffered
+                                                  defer:NO];
+    views->panel.level = CGWindowLevelForKey(kCGDockWindowLevelKey);
+    views->panel.collectionBehavior = NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorStationary |
+                                      NSWindowCollectionBehaviorIgnoresCycle |
+                                      NSWindowCollectionBehaviorFullScreenAuxiliary;
+    views->panel.opaque = NO;
+    views->panel.backgroundColor = NSColor.clearColor;
+    views->panel.hasShadow = NO;
+    views->panel.hidesOnDeactivate = NO;
+    views->panel.becomesKeyOnlyIfNeeded = YES;
+
+    views->view = [[CorvaneBarView alloc] initWithFrame:NSMakeRect(0, 0, 100, 100)];
+    views->view.wantsLayer = YES;
+    views->view.onPointer = ^(NSPoint point, BOOL inside) {
+      if (inside) views->controller->pointerMoved({point.x, point.y});
+      else views->controller->pointerExited();
+      views->animate();
+    };
+    views->view.onPress = ^(NSPoint point, int phase) {
+      Point at{point.x, point.y};
+      if (phase == 0) views->controller->pressed(at);
+      else if (phase == 1) views->controller->dragged(at);
+      else views->controller->released(at);
+      views->animate();
+    };
+    views->view.onScroll = ^(CGFloat delta, NSTimeInterval at, BOOL precise) {
+      views->controller->scrolled(delta, at, precise);
+    };
+    views->panel.contentView = views->view;
+    reload();
+}
+
+BarPanel::~BarPanel() {
+    [views_->frames invalidate];
+    [views_->panel orderOut:nil];
+}
+
+void BarPanel::reload() { views_->reload(); }
+
+} // namespace corvane
