@@ -54,6 +54,8 @@ class BarWindowController {
 public:
     /// A press must move this far before it becomes a drag.
     static constexpr double dragThreshold = 4;
+    /// How long the pointer waits at the edge before a hidden bar comes, unless the user chose.
+    static constexpr double defaultRevealDelay = 0.25;
 
     struct Callbacks {
         std::function<void(const BarClick&)> onClick;

@@ -127,7 +127,23 @@ struct BarPanel::Views {
     NSPanel* panel = nil;
     CorvaneBarView* view = nil;
     NSTimer* frames = nil;
+    id pointerMonitor = nil;
     std::vector<RunningApp> running;
+
+    /// The visibility rules, fed with the pointer wherever it is on screen.
+    void updateVisibility() {
+        NSScreen* screen = NSScreen.mainScreen;
+        if (!screen || !state.settings().usesOwnDock) return;
+        const auto& settings = state.settings();
+        NSPoint pointer = NSEvent.mouseLocation;
+        DockVisibility::Input input{.screenFrame = rect(screen.frame),
+                                    .barFrame = rect(panel.frame),
+                                    .hidesWhenCovered = settings.hidesDockWhenCovered,
+                                    .pointer = {pointer.x, pointer.y},
+                                    .autohidesByPreference = settings.autoHidesDock.value_or(false),
+                                    .position = settings.dockStyle.position};
+        controller->updateVisibility(input, settings.dockRevealDelay.value_or(BarWindowController::defaultRevealDelay));
+    }
 
     void draw() {
         auto changed = compositor->compose(controller->scene(), controller->layout(), controller->frame());
@@ -242,6 +258,7 @@ BarPanel::BarPanel(AppState& state, Scheduler& scheduler, RunningApplications& a
     views->view.onPointer = ^(NSPoint point, BOOL inside) {
       if (inside) views->controller->pointerMoved({point.x, point.y});
       else views->controller->pointerExited();
+      views->updateVisibility();
       views->animate();
     };
     views->view.onPress = ^(NSPoint point, int phase) {
@@ -255,10 +272,17 @@ BarPanel::BarPanel(AppState& state, Scheduler& scheduler, RunningApplications& a
       views->controller->scrolled(delta, at, precise);
     };
     views->panel.contentView = views->view;
+    // Pointer moves over other applications' windows reach a global monitor only; over the bar
+    // itself, the view's own events do.
+    views->pointerMonitor = [NSEvent addGlobalMonitorForEventsMatchingMask:NSEventMaskMouseMoved
+                                                                   handler:^(NSEvent*) {
+                                                                     views->updateVisibility();
+                                                                   }];
     reload();
 }
 
 BarPanel::~BarPanel() {
+    if (views_->pointerMonitor) [NSEvent removeMonitor:views_->pointerMonitor];
     [views_->frames invalidate];
     [views_->panel orderOut:nil];
 }
