@@ -13,6 +13,9 @@ namespace fs = std::filesystem;
 
 fs::path BackupManager::snapshot() {
     auto tiles = source_.readTiles();
+    StoragePath::createDirectory(directory_);
+    // Every backup is a new name, so a write killed halfway is cleaned up here or never.
+    removeAbandonedTemporaries(directory_);
     // A Dock that still holds what the newest backup holds needs no second copy: repeated
     // switches that put the same Dock back would otherwise push real history out of the limit.
     if (auto latest = latestBackup()) {
@@ -22,9 +25,6 @@ fs::path BackupManager::snapshot() {
             // An unreadable backup proves nothing; take a fresh one.
         }
     }
-    StoragePath::createDirectory(directory_);
-    // Every backup is a new name, so a write killed halfway is cleaned up here or never.
-    removeAbandonedTemporaries(directory_);
     auto stem = "dock-" + iso8601(clock_.now());
     std::replace(stem.begin(), stem.end(), ':', '-');
     // Written under a temporary name first, then given the first free name: two processes backing
