@@ -124,7 +124,7 @@ void addUsageCommands(CLI::App& app, ToolContext& context) {
         const auto now = context.services.clock.now();
         const auto& calendar = context.services.calendar;
         // One read of the week serves every period.
-        auto entries = source.entries(start(ClaudeUsageScope::week, now, calendar));
+        auto entries = source.takeEntries(start(ClaudeUsageScope::week, now, calendar));
         std::map<ClaudeUsageScope, ClaudeUsageTotals> byScope;
         for (auto each : allClaudeUsageScopes) byScope[each] = ClaudeUsage::totals(entries, each, now, calendar);
         auto link = bridge(context);

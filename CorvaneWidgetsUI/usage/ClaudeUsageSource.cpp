@@ -1,6 +1,7 @@
 #include "CorvaneWidgetsUI/usage/ClaudeUsageSource.hpp"
 
 #include "CorvaneCore/support/Iso8601.hpp"
+#include "CorvaneWidgetsUI/usage/TranscriptSearch.hpp"
 
 #include <simdjson.h>
 
@@ -10,8 +11,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <exception>
+#include <iterator>
+#include <thread>
 
 namespace corvane {
 
@@ -19,30 +24,38 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view usageKey = "\"usage\"";
-
 /// `size` bytes with at least SIMDJSON_PADDING readable bytes after them, so lines can be decoded
 /// where they lie. Grows without clearing.
 class PaddedBuffer {
 public:
     char* reserve(std::size_t size) {
-        if (size + simdjson::SIMDJSON_PADDING > capacity_) {
-            capacity_ = size + simdjson::SIMDJSON_PADDING;
-            bytes_.reset(new char[capacity_]);
+        if (size > size_) {
+            bytes_.reset(new char[size + simdjson::SIMDJSON_PADDING]);
+            size_ = size;
         }
         return bytes_.get();
     }
+    /// Grows to hold `size` bytes, keeping the `count` bytes at `from` and moving them to the
+    /// end of the new room.
+    char* grow(std::size_t size, std::size_t from, std::size_t count) {
+        std::unique_ptr<char[]> bytes(new char[size + simdjson::SIMDJSON_PADDING]);
+        std::memcpy(bytes.get() + size - count, bytes_.get() + from, count);
+        bytes_ = std::move(bytes);
+        size_ = size;
+        return bytes_.get();
+    }
+    std::size_t size() const { return size_; }
     /// After an unusually large read, so one big append does not stay resident.
     void trim(std::size_t keep) {
-        if (capacity_ > keep) {
+        if (size_ > keep) {
             bytes_.reset();
-            capacity_ = 0;
+            size_ = 0;
         }
     }
 
 private:
     std::unique_ptr<char[]> bytes_;
-    std::size_t capacity_ = 0;
+    std::size_t size_ = 0;
 };
 
 // Reads exactly `size` bytes at `offset`; a short read means the file changed under us.
@@ -58,43 +71,9 @@ bool readAt(int fd, char* into, std::size_t size, std::uint64_t offset) {
     return true;
 }
 
-/// The first "\"usage\"" in [begin, end), or null. Nearly all of a transcript's bytes pass
-/// through here, and a general substring search costs more than reading them: this tests 64
-/// bytes a round for an opening quote, a 'u' after it and a closing quote six on, which JSON
-/// rarely puts together (quotes alone are everywhere), and checks only rounds that have one.
-/// Vector extensions keep it portable (SSE2, NEON).
-const char* findUsageKey(const char* begin, const char* end) {
-    using Bytes = unsigned char __attribute__((vector_size(16)));
-    auto splat = [](char c) {
-        Bytes bytes;
-        std::memset(&bytes, c, sizeof bytes);
-        return bytes;
-    };
-    const Bytes quote = splat('"'), u = splat('u');
-    auto candidates = [&](const char* at) {
-        Bytes at0, at1, at6;
-        std::memcpy(&at0, at, sizeof at0);
-        std::memcpy(&at1, at + 1, sizeof at1);
-        std::memcpy(&at6, at + 6, sizeof at6);
-        return Bytes((at0 == quote) & (at1 == u) & (at6 == quote));
-    };
-    const char* p = begin;
-    for (; end - p >= 80; p += 64) {
-        const Bytes any = candidates(p) | candidates(p + 16) | candidates(p + 32) | candidates(p + 48);
-        std::uint64_t halves[2];
-        std::memcpy(halves, &any, sizeof halves);
-        if ((halves[0] | halves[1]) == 0) continue;
-        for (int i = 0; i < 64; ++i)
-            if (std::memcmp(p + i, usageKey.data(), usageKey.size()) == 0) return p + i;
-    }
-    return static_cast<const char*>(::memmem(p, static_cast<std::size_t>(end - p), usageKey.data(), usageKey.size()));
-}
-
-const char* lastLineFeed(const char* begin, const char* end) {
-    while (end > begin)
-        if (*--end == '\n') return end;
-    return nullptr;
-}
+using TranscriptSearch::findUsageKey;
+using TranscriptSearch::lastLineFeed;
+using TranscriptSearch::usageKey;
 
 // Wrong types spoil the line, as any decoder of the record would refuse it; null and missing
 // keys are simply absent, and so is an empty text: an empty id would make one message of every
@@ -127,13 +106,74 @@ template <typename Visit> void eachVisibleName(const std::string& folder, Visit 
     ::closedir(dir);
 }
 
+/// Runs `work(worker)` on `workers` threads, the caller's (worker 0) among them, and returns when
+/// all are done. A thread that cannot be started leaves its share to the others. The first
+/// exception a worker throws sets `failed`, which the others watch wherever they wait, and is
+/// rethrown here.
+template <typename Work> void onThreads(std::size_t workers, std::atomic<bool>& failed, Work work) {
+    std::exception_ptr failure;
+    std::mutex failureMutex;
+    auto run = [&](std::size_t worker) {
+        try {
+            work(worker);
+        } catch (...) {
+            std::lock_guard lock(failureMutex);
+            if (!failure) failure = std::current_exception();
+            failed.store(true);
+        }
+    };
+    std::vector<std::thread> threads;
+    if (workers > 1) threads.reserve(workers - 1);
+    for (std::size_t worker = 1; worker < workers; ++worker) {
+        try {
+            threads.emplace_back(run, worker);
+        } catch (const std::system_error&) {
+            break;
+        }
+    }
+    run(0);
+    for (auto& thread : threads) thread.join();
+    if (failure) std::rethrow_exception(failure);
+}
+
+/// Waits for `done` without sleeping: the waits are a file's read long at most, and a thread that
+/// sleeps can take longer than that to wake. False when another worker failed.
+template <typename Done> bool spinUntil(const std::atomic<bool>& failed, Done done) {
+    while (!done())
+        if (failed.load(std::memory_order_relaxed)) return false;
+        else std::this_thread::yield();
+    return true;
+}
+
 } // namespace
 
-/// The parser and buffers one scan reuses from file to file.
+/// One project folder as a scan lists it: the transcripts to read, in the folder's own order.
+struct ClaudeUsageSource::Folder {
+    std::string path;
+    std::optional<std::string> project;
+    std::vector<Task> tasks;
+};
+
+/// One transcript a scan reads, or keeps unread because nothing was appended.
+struct ClaudeUsageSource::Task {
+    std::string path;
+    std::uint64_t size = 0;
+    /// The file's state from earlier scans; none when it was never read.
+    Tracked* tracked = nullptr;
+    /// Whether it must be opened: new, or grown or shrunk since it was read.
+    bool opens = true;
+    /// What the read gave; none when a file never read before could not be read.
+    std::optional<Cursor> cursor;
+};
+
+/// The parser and buffers one worker reuses from file to file.
 struct ClaudeUsageSource::Reader {
+    /// The room a backward read walks down through: a few chunks, so a line cut by a chunk's
+    /// border moves once every few chunks.
+    static constexpr std::size_t backwardWindow = 4 * backwardChunkSize;
+
     simdjson::dom::parser parser;
     PaddedBuffer buffer;
-    std::string carry;
 
     /// A line whose bytes lie in a buffer with padding after them.
     std::optional<ClaudeUsageEntry> decode(const char* line, std::size_t size, const std::optional<std::string>& project) {
@@ -184,8 +224,7 @@ struct ClaudeUsageSource::Reader {
         while (lineStart < end) {
             auto* hit = findUsageKey(lineStart, end);
             if (!hit) return;
-            while (auto* feed = static_cast<const char*>(std::memchr(lineStart, '\n', static_cast<std::size_t>(hit - lineStart))))
-                lineStart = feed + 1;
+            if (auto* feed = lastLineFeed(lineStart, hit)) lineStart = feed + 1;
             auto* lineEnd = static_cast<const char*>(std::memchr(hit, '\n', static_cast<std::size_t>(end - hit)));
             if (!lineEnd) lineEnd = end;
             lines.emplace_back(lineStart, static_cast<std::size_t>(lineEnd - lineStart));
@@ -197,19 +236,32 @@ struct ClaudeUsageSource::Reader {
 
     /// From the end towards the start, until the entries are older than `since`. Sets `offset`
     /// to the end of what was consumed: a last line still being written is left for later.
+    ///
+    /// Each chunk is read into the buffer just before the start of the line the previous chunk
+    /// cut, so that line is whole without copying it; the cut piece moves only when the chunks
+    /// have walked down to the buffer's start.
     std::optional<std::vector<ClaudeUsageEntry>> backward(int fd, std::uint64_t size, const std::optional<std::string>& project,
                                                           Date since, std::uint64_t& offset) {
         std::vector<ClaudeUsageEntry> newestFirst;
-        carry.clear();
         offset = size;
+        char* base = buffer.reserve(std::max(buffer.size(), backwardWindow));
+        // The cut piece of a line: [hi - carry, hi).
+        std::size_t hi = buffer.size(), carry = 0;
         bool atEnd = true;
         for (std::uint64_t position = size; position > 0;) {
             const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(backwardChunkSize, position));
             position -= count;
-            const std::size_t length = count + carry.size();
-            char* bytes = buffer.reserve(length);
+            if (hi - carry < count) {
+                const std::size_t room = std::max(buffer.size(), 2 * (count + carry));
+                if (room > buffer.size())
+                    base = buffer.grow(room, hi - carry, carry);
+                else
+                    std::memmove(base + room - carry, base + hi - carry, carry);
+                hi = room;
+            }
+            char* bytes = base + hi - carry - count;
+            const std::size_t length = count + carry;
             if (!readAt(fd, bytes, count, position)) return std::nullopt;
-            std::memcpy(bytes + count, carry.data(), carry.size());
             const char* end = bytes + length;
 
             // Before the first line feed lies the end of a line that began in an earlier chunk.
@@ -217,7 +269,7 @@ struct ClaudeUsageSource::Reader {
             if (position > 0) {
                 auto* feed = static_cast<const char*>(std::memchr(bytes, '\n', length));
                 if (!feed) {
-                    carry.assign(bytes, length);
+                    carry = length;
                     continue;
                 }
                 first = feed + 1;
@@ -254,10 +306,10 @@ struct ClaudeUsageSource::Reader {
                     newestFirst.push_back(std::move(*entry));
             }
             if (stop) break;
-            carry.assign(bytes, first > bytes ? static_cast<std::size_t>(first - bytes - 1) : 0);
+            // The piece before the first line feed, without it, is carried where it lies.
+            carry = first > bytes ? static_cast<std::size_t>(first - bytes - 1) : 0;
+            hi = static_cast<std::size_t>(bytes - base) + carry;
         }
-        carry.clear();
-        carry.shrink_to_fit();
         std::reverse(newestFirst.begin(), newestFirst.end());
         return newestFirst;
     }
@@ -282,7 +334,9 @@ fs::path ClaudeUsageSource::defaultRoot(const ProcessEnvironment& environment) {
     return fs::path(home != environment.end() ? home->second : ".") / ".claude" / "projects";
 }
 
-ClaudeUsageSource::ClaudeUsageSource(fs::path root) : root_(std::move(root)), reader_(std::make_unique<Reader>()) {}
+ClaudeUsageSource::ClaudeUsageSource(fs::path root, std::size_t workers) : root_(std::move(root)), workers_(workers) {
+    if (workers_ == 0) workers_ = std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, automaticWorkerLimit);
+}
 
 ClaudeUsageSource::~ClaudeUsageSource() = default;
 
@@ -307,30 +361,7 @@ std::optional<ClaudeUsageSource::Cursor> ClaudeUsageSource::cursor(const fs::pat
 
 std::vector<ClaudeUsageEntry> ClaudeUsageSource::entries(Date since) {
     std::lock_guard lock(mutex_);
-    ++scan_;
-    auto root = root_.string();
-    if (root.size() > 1 && root.ends_with('/')) root.pop_back();
-    eachVisibleName(root, [&](int rootFd, const char* folderName, unsigned char type) {
-        struct stat info {};
-        if (type != DT_DIR && (::fstatat(rootFd, folderName, &info, 0) != 0 || !S_ISDIR(info.st_mode))) return;
-        const auto project = ClaudeUsage::projectName(folderName);
-        const auto folder = root + "/" + folderName;
-        eachVisibleName(folder, [&](int folderFd, const char* name, unsigned char) {
-            if (!std::string_view(name).ends_with(".jsonl")) return;
-            if (::fstatat(folderFd, name, &info, 0) != 0 || !S_ISREG(info.st_mode)) return;
-            auto path = folder + "/" + name;
-            auto tracked = tracked_.find(path);
-            // Sessions untouched since the window began hold nothing for it; never open them.
-            // Whole seconds are portable; counting the second the change fell in errs on reading.
-            if (tracked == tracked_.end() && Date::fromUnixTime(static_cast<double>(info.st_mtime) + 1) <= since) return;
-            read(path, project, since);
-            if (tracked == tracked_.end()) tracked = tracked_.find(path);
-            if (tracked != tracked_.end()) tracked->second.scan = scan_;
-        });
-    });
-    // Sessions deleted since the last scan.
-    std::erase_if(tracked_, [&](const auto& entry) { return entry.second.scan != scan_; });
-
+    scan(since);
     std::size_t count = 0;
     for (const auto& [path, tracked] : tracked_) count += tracked.cursor.entries.size();
     std::vector<ClaudeUsageEntry> result;
@@ -340,31 +371,124 @@ std::vector<ClaudeUsageEntry> ClaudeUsageSource::entries(Date since) {
     return result;
 }
 
-void ClaudeUsageSource::read(const std::string& path, const std::optional<std::string>& project, Date since) {
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+std::vector<ClaudeUsageEntry> ClaudeUsageSource::takeEntries(Date since) {
+    std::lock_guard lock(mutex_);
+    scan(since);
+    std::size_t count = 0;
+    for (const auto& [path, tracked] : tracked_) count += tracked.cursor.entries.size();
+    std::vector<ClaudeUsageEntry> result;
+    result.reserve(count);
+    for (auto& [path, tracked] : tracked_)
+        std::move(tracked.cursor.entries.begin(), tracked.cursor.entries.end(), std::back_inserter(result));
+    tracked_.clear();
+    return result;
+}
+
+void ClaudeUsageSource::scan(Date since) {
+    ++scan_;
+    auto root = root_.string();
+    if (root.size() > 1 && root.ends_with('/')) root.pop_back();
+    std::vector<Folder> folders;
+    eachVisibleName(root, [&](int rootFd, const char* name, unsigned char type) {
+        struct stat info {};
+        if (type != DT_DIR && (::fstatat(rootFd, name, &info, 0) != 0 || !S_ISDIR(info.st_mode))) return;
+        folders.push_back({root + "/" + name, ClaudeUsage::projectName(name), {}});
+    });
+    while (readers_.size() < workers_) readers_.push_back(std::make_unique<Reader>());
+
+    // Listing only looks cursors up, and each read touches its own file's cursor alone, so the
+    // workers share the map without a lock until the merge below. Every worker lists folders
+    // while there are any, then reads; a worker that starts late only finds less to do.
+    std::atomic<std::size_t> nextFolder{0}, listedFolders{0}, nextRead{0};
+    std::atomic<int> readsState{0}; // 0: to be made, 1: being made, 2: made
+    std::atomic<bool> failed{false};
+    std::vector<std::pair<Task*, const Folder*>> reads;
+    onThreads(workers_, failed, [&](std::size_t worker) {
+        for (std::size_t index; (index = nextFolder.fetch_add(1)) < folders.size();) {
+            list(folders[index], since);
+            listedFolders.fetch_add(1, std::memory_order_release);
+        }
+        if (!spinUntil(failed, [&] { return listedFolders.load(std::memory_order_acquire) == folders.size(); })) return;
+        if (int expected = 0; readsState.compare_exchange_strong(expected, 1)) {
+            for (auto& folder : folders)
+                for (auto& task : folder.tasks)
+                    if (task.opens) reads.emplace_back(&task, &folder);
+            // Biggest first, so that no worker is left with a large file at the end.
+            std::stable_sort(reads.begin(), reads.end(),
+                             [](const auto& a, const auto& b) { return a.first->size > b.first->size; });
+            readsState.store(2, std::memory_order_release);
+        } else if (!spinUntil(failed, [&] { return readsState.load(std::memory_order_acquire) == 2; })) {
+            return;
+        }
+        for (std::size_t index; (index = nextRead.fetch_add(1)) < reads.size();)
+            read(*readers_[worker], *reads[index].first, reads[index].second->project, since);
+    });
+    // Between refreshes a worker's buffer is only memory held; its parser, sized to the longest
+    // line, stays.
+    for (auto& reader : readers_) reader->buffer.trim(0);
+
+    // In listing order, so that the map grows as it always did.
+    for (auto& folder : folders) {
+        for (auto& task : folder.tasks) {
+            Tracked* tracked = task.tracked;
+            if (task.cursor) {
+                if (!tracked) tracked = &tracked_[task.path];
+                tracked->cursor = std::move(*task.cursor);
+            }
+            if (tracked) tracked->scan = scan_;
+        }
+    }
+    // Sessions deleted since the last scan.
+    std::erase_if(tracked_, [&](const auto& entry) { return entry.second.scan != scan_; });
+}
+
+void ClaudeUsageSource::list(Folder& folder, Date since) {
+    eachVisibleName(folder.path, [&](int folderFd, const char* name, unsigned char) {
+        if (!std::string_view(name).ends_with(".jsonl")) return;
+        struct stat info {};
+        if (::fstatat(folderFd, name, &info, 0) != 0 || !S_ISREG(info.st_mode)) return;
+        auto path = folder.path + "/" + name;
+        auto found = tracked_.find(path);
+        Tracked* tracked = found != tracked_.end() ? &found->second : nullptr;
+        // Sessions untouched since the window began hold nothing for it; never open them.
+        // Whole seconds are portable; counting the second the change fell in errs on reading.
+        if (!tracked && Date::fromUnixTime(static_cast<double>(info.st_mtime) + 1) <= since) return;
+        const auto size = static_cast<std::uint64_t>(info.st_size);
+        // A file read before and still as long as what was consumed has nothing new: opening it
+        // would only find that out again.
+        const bool opens = !tracked || size != tracked->cursor.offset;
+        folder.tasks.push_back({std::move(path), size, tracked, opens, std::nullopt});
+        if (!opens) {
+            auto& entries = tracked->cursor.entries;
+            std::erase_if(entries, [&](const auto& entry) { return entry.timestamp < since; });
+        }
+    });
+}
+
+void ClaudeUsageSource::read(Reader& reader, Task& task, const std::optional<std::string>& project, Date since) {
+    const int fd = ::open(task.path.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd < 0) return;
     const auto end = ::lseek(fd, 0, SEEK_END);
     if (end >= 0) {
         const auto size = static_cast<std::uint64_t>(end);
-        auto found = tracked_.find(path);
-        Cursor cursor = found != tracked_.end() ? std::move(found->second.cursor) : Cursor{};
+        Cursor cursor = task.tracked ? std::move(task.tracked->cursor) : Cursor{};
         bool ok = true;
         if (size < cursor.offset || cursor.offset == 0) {
             // A first read, or a file rewritten shorter than what was consumed: start again.
             std::uint64_t offset = 0;
-            if (auto entries = reader_->backward(fd, size, project, since, offset)) {
+            if (auto entries = reader.backward(fd, size, project, since, offset)) {
                 cursor.entries = std::move(*entries);
                 cursor.offset = offset;
             } else {
                 ok = false;
             }
         } else if (cursor.offset < size) {
-            ok = reader_->forward(fd, size, project, cursor);
+            ok = reader.forward(fd, size, project, cursor);
         }
         std::erase_if(cursor.entries, [&](const auto& entry) { return entry.timestamp < since; });
         // A file that failed half-way keeps what it had; the next refresh tries again.
-        if (ok || found != tracked_.end()) tracked_[path].cursor = std::move(cursor);
-        reader_->buffer.trim(4 * backwardChunkSize);
+        if (ok || task.tracked) task.cursor = std::move(cursor);
+        reader.buffer.trim(2 * Reader::backwardWindow);
     }
     ::close(fd);
 }

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <map>
+#include <functional>
 #include <stdexcept>
 #include <unordered_map>
 
@@ -80,21 +80,35 @@ namespace ClaudeUsage {
 ClaudeUsageTotals totals(const std::vector<ClaudeUsageEntry>& entries, ClaudeUsageScope scope, Date now,
                          const Calendar& calendar) {
     const Date from = start(scope, now, calendar);
+    // The messages kept, in the order their ids first appear, found by id through an open-addressed
+    // table of positions in `unique`: a week holds tens of thousands of records, and a node per
+    // id would cost more than the rest of the sums.
     std::vector<const ClaudeUsageEntry*> unique;
-    std::unordered_map<std::string_view, std::size_t> byId;
-    byId.reserve(entries.size());
-    unique.reserve(entries.size());
+    std::size_t slots = 16;
+    while (slots < 2 * entries.size()) slots *= 2;
+    std::vector<std::size_t> table(slots, 0); // a position in `unique` plus one; 0 is free
+    const std::hash<std::string_view> hash;
     for (const auto& entry : entries) {
         if (entry.timestamp < from || entry.timestamp > now) continue;
-        auto [it, inserted] = byId.try_emplace(entry.id, unique.size());
-        if (inserted)
-            unique.push_back(&entry);
-        else if (entry.allTokens() > unique[it->second]->allTokens())
-            unique[it->second] = &entry;
+        for (std::size_t slot = hash(entry.id) & (slots - 1);; slot = (slot + 1) & (slots - 1)) {
+            if (table[slot] == 0) {
+                unique.push_back(&entry);
+                table[slot] = unique.size();
+                break;
+            }
+            auto& kept = unique[table[slot] - 1];
+            if (kept->id == entry.id) {
+                if (entry.allTokens() > kept->allTokens()) kept = &entry;
+                break;
+            }
+        }
     }
 
     ClaudeUsageTotals totals;
-    std::map<std::string_view, std::int64_t> projects;
+    std::vector<std::pair<std::string_view, std::int64_t>> projects;
+    std::unordered_map<std::string_view, std::size_t> projectIndex;
+    // Records come in runs from one transcript, so the project is nearly always the last one seen.
+    std::size_t lastProject = 0;
     for (const auto* entry : unique) {
         const auto tokens = entry->tokens();
         totals.tokens = add(totals.tokens, tokens);
@@ -104,15 +118,22 @@ ClaudeUsageTotals totals(const std::vector<ClaudeUsageEntry>& entries, ClaudeUsa
         totals.cacheReadTokens = add(totals.cacheReadTokens, entry->cacheReadTokens);
         if (!totals.lastActivity || entry->timestamp > *totals.lastActivity) totals.lastActivity = entry->timestamp;
         if (entry->project) {
-            auto& sum = projects[*entry->project];
+            const std::string_view name = *entry->project;
+            if (lastProject >= projects.size() || projects[lastProject].first != name) {
+                auto [it, inserted] = projectIndex.try_emplace(name, projects.size());
+                if (inserted) projects.emplace_back(name, 0);
+                lastProject = it->second;
+            }
+            auto& sum = projects[lastProject].second;
             sum = add(sum, tokens);
         }
     }
     totals.messages = static_cast<std::int64_t>(unique.size());
+    std::sort(projects.begin(), projects.end(), [](const auto& a, const auto& b) {
+        return a.second != b.second ? a.second > b.second : a.first < b.first;
+    });
+    totals.projects.reserve(projects.size());
     for (const auto& [name, tokens] : projects) totals.projects.push_back({std::string(name), tokens});
-    // The map already ordered names, so a stable sort on tokens leaves ties by name.
-    std::stable_sort(totals.projects.begin(), totals.projects.end(),
-                     [](const auto& a, const auto& b) { return a.tokens > b.tokens; });
     return totals;
 }
 

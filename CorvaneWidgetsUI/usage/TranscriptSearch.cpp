@@ -1,0 +1,145 @@
+#include "CorvaneWidgetsUI/usage/TranscriptSearch.hpp"
+
+#if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
+#define CORVANE_WIDE_SEARCH 1
+#include <immintrin.h>
+#endif
+
+#include <cstdint>
+#include <cstring>
+
+namespace corvane::TranscriptSearch {
+
+namespace {
+
+using Bytes = unsigned char __attribute__((vector_size(16)));
+
+Bytes splat(char c) {
+    Bytes bytes;
+    std::memset(&bytes, c, sizeof bytes);
+    return bytes;
+}
+
+Bytes load(const char* at) {
+    Bytes bytes;
+    std::memcpy(&bytes, at, sizeof bytes);
+    return bytes;
+}
+
+bool any(Bytes bytes) {
+    std::uint64_t halves[2];
+    std::memcpy(halves, &bytes, sizeof halves);
+    return (halves[0] | halves[1]) != 0;
+}
+
+/// A general substring search costs more than reading the bytes, so this tests 64 bytes a round
+/// for an opening quote, a 'u' after it and a closing quote six on, which JSON rarely puts
+/// together (quotes alone are everywhere), and checks only rounds that have one. Vector
+/// extensions keep it portable.
+const char* findPortable(const char* begin, const char* end) {
+    const Bytes quote = splat('"'), u = splat('u');
+    auto candidates = [&](const char* at) {
+        return Bytes((load(at) == quote) & (load(at + 1) == u) & (load(at + 6) == quote));
+    };
+    const char* p = begin;
+    for (; end - p >= 80; p += 64) {
+        if (!any(candidates(p) | candidates(p + 16) | candidates(p + 32) | candidates(p + 48))) continue;
+        for (int i = 0; i < 64; ++i)
+            if (p[i] == '"' && std::memcmp(p + i, usageKey.data(), usageKey.size()) == 0) return p + i;
+    }
+    return static_cast<const char*>(::memmem(p, static_cast<std::size_t>(end - p), usageKey.data(), usageKey.size()));
+}
+
+#ifdef CORVANE_WIDE_SEARCH
+// The same test on wider registers, which yield a bit per candidate position: on most machines
+// the portable loop costs more than copying the bytes out of the page cache.
+
+/// The key among the candidate positions `mask` marks from `p`, or null.
+const char* confirm(const char* p, std::uint64_t mask) {
+    for (; mask != 0; mask &= mask - 1) {
+        const char* at = p + __builtin_ctzll(mask);
+        if (std::memcmp(at, usageKey.data(), usageKey.size()) == 0) return at;
+    }
+    return nullptr;
+}
+
+/// Bit i set: a candidate key at `at` + i, for 32 bytes.
+__attribute__((target("avx2"))) std::uint64_t candidatesAvx2(const char* at) {
+    const __m256i quote = _mm256_set1_epi8('"'), u = _mm256_set1_epi8('u');
+    const __m256i at0 = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at));
+    const __m256i at1 = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at + 1));
+    const __m256i at6 = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at + 6));
+    const __m256i hits = _mm256_and_si256(_mm256_and_si256(_mm256_cmpeq_epi8(at0, quote), _mm256_cmpeq_epi8(at1, u)),
+                                          _mm256_cmpeq_epi8(at6, quote));
+    return static_cast<std::uint32_t>(_mm256_movemask_epi8(hits));
+}
+
+__attribute__((target("avx2"))) const char* findAvx2(const char* begin, const char* end) {
+    const char* p = begin;
+    for (; end - p >= 80; p += 64)
+        if (const auto mask = candidatesAvx2(p) | candidatesAvx2(p + 32) << 32)
+            if (auto* hit = confirm(p, mask)) return hit;
+    return findPortable(p, end);
+}
+
+__attribute__((target("avx512bw"))) const char* findAvx512(const char* begin, const char* end) {
+    const __m512i quote = _mm512_set1_epi8('"'), u = _mm512_set1_epi8('u');
+    const char* p = begin;
+    for (; end - p >= 80; p += 64) {
+        const __mmask64 mask = _mm512_cmpeq_epi8_mask(_mm512_loadu_si512(p), quote) &
+                               _mm512_cmpeq_epi8_mask(_mm512_loadu_si512(p + 1), u) &
+                               _mm512_cmpeq_epi8_mask(_mm512_loadu_si512(p + 6), quote);
+        if (mask != 0)
+            if (auto* hit = confirm(p, mask)) return hit;
+    }
+    return findPortable(p, end);
+}
+#endif
+
+using Find = const char* (*)(const char*, const char*);
+
+Find finder(Level level) {
+    switch (level) {
+#ifdef CORVANE_WIDE_SEARCH
+    case Level::avx2: return findAvx2;
+    case Level::avx512: return findAvx512;
+#endif
+    default: return findPortable;
+    }
+}
+
+} // namespace
+
+const std::vector<Level>& availableLevels() {
+    static const std::vector<Level> levels = [] {
+        std::vector<Level> found{Level::portable};
+#ifdef CORVANE_WIDE_SEARCH
+        __builtin_cpu_init();
+        if (__builtin_cpu_supports("avx2")) found.push_back(Level::avx2);
+        if (__builtin_cpu_supports("avx512bw")) found.push_back(Level::avx512);
+#endif
+        return found;
+    }();
+    return levels;
+}
+
+const char* findUsageKey(const char* begin, const char* end) {
+    static const Find best = finder(availableLevels().back());
+    return best(begin, end);
+}
+
+const char* findUsageKey(const char* begin, const char* end, Level level) { return finder(level)(begin, end); }
+
+const char* lastLineFeed(const char* begin, const char* end) {
+    // 16 bytes a step: a line's start is looked up from a key that may lie kilobytes into it.
+    const Bytes feed = splat('\n');
+    while (end - begin >= 16) {
+        if (any(load(end - 16) == feed)) break;
+        end -= 16;
+    }
+    while (end > begin)
+        if (*--end == '\n') return end;
+    return nullptr;
+}
+
+} // namespace corvane::TranscriptSearch
