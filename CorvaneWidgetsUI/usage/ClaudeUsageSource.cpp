@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cerrno>
 #include <cstring>
@@ -75,24 +76,43 @@ using TranscriptSearch::findUsageKey;
 using TranscriptSearch::lastLineFeed;
 using TranscriptSearch::usageKey;
 
+/// The fields of `object` named `keys`, each the first of its name as `at_key` would find it,
+/// gathered in one walk: looking each key up walks the fields again every time.
+template <std::size_t N> struct Fields {
+    std::array<simdjson::dom::element, N> values;
+    std::array<bool, N> found{};
+
+    Fields(simdjson::dom::object object, const std::array<std::string_view, N>& keys) {
+        std::size_t left = N;
+        for (auto field = object.begin(); left > 0 && field != object.end(); ++field) {
+            const std::size_t length = field.key_length();
+            for (std::size_t i = 0; i < N; ++i) {
+                if (found[i] || keys[i].size() != length || std::memcmp(keys[i].data(), field.key_c_str(), length) != 0)
+                    continue;
+                values[i] = field.value();
+                found[i] = true;
+                --left;
+                break;
+            }
+        }
+    }
+};
+
 // Wrong types spoil the line, as any decoder of the record would refuse it; null and missing
 // keys are simply absent, and so is an empty text: an empty id would make one message of every
 // record that has it.
 enum class Field { absent, present, wrong };
 
-Field stringField(simdjson::dom::object object, std::string_view key, std::string_view& value) {
-    simdjson::dom::element element;
-    if (object.at_key(key).get(element)) return Field::absent;
-    if (element.is_null()) return Field::absent;
-    if (element.get_string().get(value)) return Field::wrong;
+template <std::size_t N> Field stringField(const Fields<N>& fields, std::size_t index, std::string_view& value) {
+    if (!fields.found[index] || fields.values[index].is_null()) return Field::absent;
+    if (fields.values[index].get_string().get(value)) return Field::wrong;
     return value.empty() ? Field::absent : Field::present;
 }
 
 // A count below zero is no count: it would take tokens off the totals.
-bool tokenField(simdjson::dom::object usage, std::string_view key, std::int64_t& value) {
-    simdjson::dom::element element;
-    if (usage.at_key(key).get(element) || element.is_null()) return true;
-    return !element.get_int64().get(value) && value >= 0;
+template <std::size_t N> bool tokenField(const Fields<N>& fields, std::size_t index, std::int64_t& value) {
+    if (!fields.found[index] || fields.values[index].is_null()) return true;
+    return !fields.values[index].get_int64().get(value) && value >= 0;
 }
 
 /// Calls `visit(folder's descriptor, name, type)` for each entry not starting with ".", so that
@@ -182,22 +202,22 @@ struct ClaudeUsageSource::Reader {
         if (parser.parse(line, size, false).get(document)) return std::nullopt;
         dom::object top, message, usage;
         if (document.get_object().get(top)) return std::nullopt;
-        dom::element element;
-        if (top.at_key("message").get(element) || element.get_object().get(message)) return std::nullopt;
-        if (message.at_key("usage").get(element) || element.get_object().get(usage)) return std::nullopt;
+        const Fields<4> record(top, {"message", "timestamp", "requestId", "uuid"});
+        if (!record.found[0] || record.values[0].get_object().get(message)) return std::nullopt;
+        const Fields<2> inMessage(message, {"usage", "id"});
+        if (!inMessage.found[0] || inMessage.values[0].get_object().get(usage)) return std::nullopt;
 
         std::string_view timestamp, requestId, messageId, uuid;
-        if (stringField(top, "timestamp", timestamp) != Field::present) return std::nullopt;
-        auto hasRequest = stringField(top, "requestId", requestId);
-        auto hasMessage = stringField(message, "id", messageId);
-        auto hasUuid = stringField(top, "uuid", uuid);
+        if (stringField(record, 1, timestamp) != Field::present) return std::nullopt;
+        auto hasRequest = stringField(record, 2, requestId);
+        auto hasMessage = stringField(inMessage, 1, messageId);
+        auto hasUuid = stringField(record, 3, uuid);
         if (hasRequest == Field::wrong || hasMessage == Field::wrong || hasUuid == Field::wrong) return std::nullopt;
 
         ClaudeUsageEntry entry;
-        if (!tokenField(usage, "input_tokens", entry.inputTokens) ||
-            !tokenField(usage, "output_tokens", entry.outputTokens) ||
-            !tokenField(usage, "cache_creation_input_tokens", entry.cacheCreationTokens) ||
-            !tokenField(usage, "cache_read_input_tokens", entry.cacheReadTokens))
+        const Fields<4> counts(usage, {"input_tokens", "output_tokens", "cache_creation_input_tokens", "cache_read_input_tokens"});
+        if (!tokenField(counts, 0, entry.inputTokens) || !tokenField(counts, 1, entry.outputTokens) ||
+            !tokenField(counts, 2, entry.cacheCreationTokens) || !tokenField(counts, 3, entry.cacheReadTokens))
             return std::nullopt;
         auto date = parseIso8601(timestamp);
         if (!date) return std::nullopt;

@@ -131,8 +131,13 @@ const char* findUsageKey(const char* begin, const char* end) {
 const char* findUsageKey(const char* begin, const char* end, Level level) { return finder(level)(begin, end); }
 
 const char* lastLineFeed(const char* begin, const char* end) {
-    // 16 bytes a step: a line's start is looked up from a key that may lie kilobytes into it.
+    // 64 bytes a step: a line's start is looked up from a key that may lie kilobytes into it.
     const Bytes feed = splat('\n');
+    while (end - begin >= 64) {
+        if (any((load(end - 16) == feed) | (load(end - 32) == feed) | (load(end - 48) == feed) | (load(end - 64) == feed)))
+            break;
+        end -= 64;
+    }
     while (end - begin >= 16) {
         if (any(load(end - 16) == feed)) break;
         end -= 16;
