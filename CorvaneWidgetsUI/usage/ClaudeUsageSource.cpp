@@ -121,8 +121,9 @@ template <std::size_t N> bool tokenField(const Fields<N>& fields, std::size_t in
 template <typename Visit> void eachVisibleName(const std::string& folder, Visit visit) {
     DIR* dir = ::opendir(folder.c_str());
     if (!dir) return;
+    // dirfd is a macro on macOS, so it is not qualified.
     while (const dirent* entry = ::readdir(dir))
-        if (entry->d_name[0] != '.') visit(::dirfd(dir), entry->d_name, entry->d_type);
+        if (entry->d_name[0] != '.') visit(dirfd(dir), entry->d_name, entry->d_type);
     ::closedir(dir);
 }
 
