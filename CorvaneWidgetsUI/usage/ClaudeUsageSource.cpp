@@ -468,12 +468,14 @@ void ClaudeUsageSource::list(Folder& folder, Date since) {
         if (!std::string_view(name).ends_with(".jsonl")) return;
         struct stat info {};
         if (::fstatat(folderFd, name, &info, 0) != 0 || !S_ISREG(info.st_mode)) return;
+        // Sessions untouched since the window began hold nothing for it; never open them.
+        // Whole seconds are portable; counting the second the change fell in errs on reading.
+        const bool old = Date::fromUnixTime(static_cast<double>(info.st_mtime) + 1) <= since;
+        if (old && tracked_.empty()) return;
         auto path = folder.path + "/" + name;
         auto found = tracked_.find(path);
         Tracked* tracked = found != tracked_.end() ? &found->second : nullptr;
-        // Sessions untouched since the window began hold nothing for it; never open them.
-        // Whole seconds are portable; counting the second the change fell in errs on reading.
-        if (!tracked && Date::fromUnixTime(static_cast<double>(info.st_mtime) + 1) <= since) return;
+        if (old && !tracked) return;
         const auto size = static_cast<std::uint64_t>(info.st_size);
         // A file read before and still as long as what was consumed has nothing new: opening it
         // would only find that out again.

@@ -51,8 +51,21 @@ const char* findPortable(const char* begin, const char* end) {
 }
 
 #ifdef CORVANE_WIDE_SEARCH
-// The same test on wider registers, which yield a bit per candidate position: on most machines
-// the portable loop costs more than copying the bytes out of the page cache.
+// The same test on wider registers, which yield a bit per byte: each 64-byte block is loaded once
+// and its quotes and 'u's become two masks; the key's shape is then a few shifts of those masks,
+// with the next block's masks supplying the bits past the block's end. Loading the bytes at +1 and
+// +6 instead would read most of them three times.
+
+/// Bits of the quotes and of the 'u's in the 64 bytes at a block's start.
+struct Marks {
+    std::uint64_t quotes;
+    std::uint64_t us;
+};
+
+/// Bit i set: a key may start at `at` + i.
+inline std::uint64_t candidates(Marks block, Marks next) {
+    return block.quotes & (block.us >> 1 | next.us << 63) & (block.quotes >> 6 | next.quotes << 58);
+}
 
 /// The key among the candidate positions `mask` marks from `p`, or null.
 const char* confirm(const char* p, std::uint64_t mask) {
@@ -63,34 +76,46 @@ const char* confirm(const char* p, std::uint64_t mask) {
     return nullptr;
 }
 
-/// Bit i set: a candidate key at `at` + i, for 32 bytes.
-__attribute__((target("avx2"))) std::uint64_t candidatesAvx2(const char* at) {
-    const __m256i quote = _mm256_set1_epi8('"'), u = _mm256_set1_epi8('u');
-    const __m256i at0 = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at));
-    const __m256i at1 = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at + 1));
-    const __m256i at6 = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at + 6));
-    const __m256i hits = _mm256_and_si256(_mm256_and_si256(_mm256_cmpeq_epi8(at0, quote), _mm256_cmpeq_epi8(at1, u)),
-                                          _mm256_cmpeq_epi8(at6, quote));
-    return static_cast<std::uint32_t>(_mm256_movemask_epi8(hits));
+/// The bits of the bytes equal to `c` among the 64 at `low` and `high`.
+__attribute__((target("avx2"))) std::uint64_t bitsAvx2(__m256i low, __m256i high, char c) {
+    const __m256i wanted = _mm256_set1_epi8(c);
+    return static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(low, wanted))) |
+           static_cast<std::uint64_t>(static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(high, wanted)))) << 32;
+}
+
+__attribute__((target("avx2"))) Marks marksAvx2(const char* at) {
+    const __m256i low = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at));
+    const __m256i high = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at + 32));
+    return {bitsAvx2(low, high, '"'), bitsAvx2(low, high, 'u')};
+}
+
+__attribute__((target("avx512bw"))) Marks marksAvx512(const char* at) {
+    const __m512i bytes = _mm512_loadu_si512(at);
+    return {_mm512_cmpeq_epi8_mask(bytes, _mm512_set1_epi8('"')), _mm512_cmpeq_epi8_mask(bytes, _mm512_set1_epi8('u'))};
 }
 
 __attribute__((target("avx2"))) const char* findAvx2(const char* begin, const char* end) {
     const char* p = begin;
-    for (; end - p >= 80; p += 64)
-        if (const auto mask = candidatesAvx2(p) | candidatesAvx2(p + 32) << 32)
-            if (auto* hit = confirm(p, mask)) return hit;
+    if (end - p >= 128) {
+        for (Marks block = marksAvx2(p); end - p >= 128; p += 64) {
+            const Marks next = marksAvx2(p + 64);
+            if (const auto mask = candidates(block, next))
+                if (auto* hit = confirm(p, mask)) return hit;
+            block = next;
+        }
+    }
     return findPortable(p, end);
 }
 
 __attribute__((target("avx512bw"))) const char* findAvx512(const char* begin, const char* end) {
-    const __m512i quote = _mm512_set1_epi8('"'), u = _mm512_set1_epi8('u');
     const char* p = begin;
-    for (; end - p >= 80; p += 64) {
-        const __mmask64 mask = _mm512_cmpeq_epi8_mask(_mm512_loadu_si512(p), quote) &
-                               _mm512_cmpeq_epi8_mask(_mm512_loadu_si512(p + 1), u) &
-                               _mm512_cmpeq_epi8_mask(_mm512_loadu_si512(p + 6), quote);
-        if (mask != 0)
-            if (auto* hit = confirm(p, mask)) return hit;
+    if (end - p >= 128) {
+        for (Marks block = marksAvx512(p); end - p >= 128; p += 64) {
+            const Marks next = marksAvx512(p + 64);
+            if (const auto mask = candidates(block, next))
+                if (auto* hit = confirm(p, mask)) return hit;
+            block = next;
+        }
     }
     return findPortable(p, end);
 }
