@@ -2,6 +2,7 @@
 
 #include "CorvaneCore/support/Iso8601.hpp"
 #include "CorvaneWidgetsUI/usage/TranscriptSearch.hpp"
+#include "CorvaneWidgetsUI/usage/WorkerThread.hpp"
 
 #include <simdjson.h>
 
@@ -143,17 +144,17 @@ template <typename Work> void onThreads(std::size_t workers, std::atomic<bool>& 
             failed.store(true);
         }
     };
-    std::vector<std::thread> threads;
-    if (workers > 1) threads.reserve(workers - 1);
-    for (std::size_t worker = 1; worker < workers; ++worker) {
-        try {
-            threads.emplace_back(run, worker);
-        } catch (const std::system_error&) {
-            break;
+    {
+        std::vector<std::unique_ptr<WorkerThread>> threads;
+        for (std::size_t worker = 1; worker < workers; ++worker) {
+            try {
+                threads.push_back(std::make_unique<WorkerThread>([&run, worker] { run(worker); }, worker - 1));
+            } catch (const std::system_error&) {
+                break;
+            }
         }
+        run(0);
     }
-    run(0);
-    for (auto& thread : threads) thread.join();
     if (failure) std::rethrow_exception(failure);
 }
 
