@@ -5,8 +5,11 @@
 #include <immintrin.h>
 #endif
 
+#include <simdjson.h>
+
 #include <cstdint>
 #include <cstring>
+#include <string>
 
 namespace corvane::TranscriptSearch {
 
@@ -139,9 +142,12 @@ const std::vector<Level>& availableLevels() {
     static const std::vector<Level> levels = [] {
         std::vector<Level> found{Level::portable};
 #ifdef CORVANE_WIDE_SEARCH
-        __builtin_cpu_init();
-        if (__builtin_cpu_supports("avx2")) found.push_back(Level::avx2);
-        if (__builtin_cpu_supports("avx512bw")) found.push_back(Level::avx512);
+        // simdjson, which decodes the lines, has asked the processor and the system already;
+        // asking again through the compiler's built-ins would run the compiler's own probe, a
+        // string of CPUID instructions that a virtual machine traps, at every start of the tool.
+        const std::string& chosen = simdjson::get_active_implementation()->name();
+        if (chosen == "haswell" || chosen == "icelake") found.push_back(Level::avx2);
+        if (chosen == "icelake") found.push_back(Level::avx512);
 #endif
         return found;
     }();
