@@ -158,15 +158,6 @@ template <typename Work> void onThreads(std::size_t workers, std::atomic<bool>& 
     if (failure) std::rethrow_exception(failure);
 }
 
-/// Waits for `done` without sleeping: the waits are a file's read long at most, and a thread that
-/// sleeps can take longer than that to wake. False when another worker failed.
-template <typename Done> bool spinUntil(const std::atomic<bool>& failed, Done done) {
-    while (!done())
-        if (failed.load(std::memory_order_relaxed)) return false;
-        else std::this_thread::yield();
-    return true;
-}
-
 } // namespace
 
 /// One project folder as a scan lists it: the transcripts to read, in the folder's own order.
@@ -419,31 +410,51 @@ void ClaudeUsageSource::scan(Date since) {
     while (readers_.size() < workers_) readers_.push_back(std::make_unique<Reader>());
 
     // Listing only looks cursors up, and each read touches its own file's cursor alone, so the
-    // workers share the map without a lock until the merge below. Every worker lists folders
-    // while there are any, then reads; a worker that starts late only finds less to do.
-    std::atomic<std::size_t> nextFolder{0}, listedFolders{0}, nextRead{0};
-    std::atomic<int> readsState{0}; // 0: to be made, 1: being made, 2: made
+    // workers share the map without a lock until the merge below. Workers list folders while any
+    // are left and meanwhile read what is listed, biggest first, so that none is left with a
+    // large file at the end; a worker that starts late only finds less to do.
+    std::atomic<std::size_t> nextFolder{0}, listedFolders{0};
     std::atomic<bool> failed{false};
-    std::vector<std::pair<Task*, const Folder*>> reads;
+    using Read = std::pair<Task*, const Folder*>;
+    std::vector<Read> listed; // a heap, biggest on top
+    std::mutex listedMutex;
+    auto bySize = [](const Read& a, const Read& b) { return a.first->size < b.first->size; };
     onThreads(workers_, failed, [&](std::size_t worker) {
-        for (std::size_t index; (index = nextFolder.fetch_add(1)) < folders.size();) {
-            list(folders[index], since);
-            listedFolders.fetch_add(1, std::memory_order_release);
+        while (!failed.load(std::memory_order_relaxed)) {
+            if (nextFolder.load(std::memory_order_relaxed) < folders.size()) {
+                if (const auto index = nextFolder.fetch_add(1); index < folders.size()) {
+                    auto& folder = folders[index];
+                    list(folder, since);
+                    {
+                        std::lock_guard lock(listedMutex);
+                        for (auto& task : folder.tasks) {
+                            if (!task.opens) continue;
+                            listed.emplace_back(&task, &folder);
+                            std::push_heap(listed.begin(), listed.end(), bySize);
+                        }
+                    }
+                    listedFolders.fetch_add(1, std::memory_order_release);
+                    continue;
+                }
+            }
+            std::optional<Read> next;
+            const bool allListed = listedFolders.load(std::memory_order_acquire) == folders.size();
+            {
+                std::lock_guard lock(listedMutex);
+                if (!listed.empty()) {
+                    std::pop_heap(listed.begin(), listed.end(), bySize);
+                    next = listed.back();
+                    listed.pop_back();
+                }
+            }
+            if (next)
+                read(*readers_[worker], *next->first, next->second->project, since);
+            else if (allListed)
+                return;
+            else
+                // The last folders are being listed; waiting is shorter than a sleep's wake-up.
+                std::this_thread::yield();
         }
-        if (!spinUntil(failed, [&] { return listedFolders.load(std::memory_order_acquire) == folders.size(); })) return;
-        if (int expected = 0; readsState.compare_exchange_strong(expected, 1)) {
-            for (auto& folder : folders)
-                for (auto& task : folder.tasks)
-                    if (task.opens) reads.emplace_back(&task, &folder);
-            // Biggest first, so that no worker is left with a large file at the end.
-            std::stable_sort(reads.begin(), reads.end(),
-                             [](const auto& a, const auto& b) { return a.first->size > b.first->size; });
-            readsState.store(2, std::memory_order_release);
-        } else if (!spinUntil(failed, [&] { return readsState.load(std::memory_order_acquire) == 2; })) {
-            return;
-        }
-        for (std::size_t index; (index = nextRead.fetch_add(1)) < reads.size();)
-            read(*readers_[worker], *reads[index].first, reads[index].second->project, since);
     });
     // Between refreshes a worker's buffer is only memory held; its parser, sized to the longest
     // line, stays.
