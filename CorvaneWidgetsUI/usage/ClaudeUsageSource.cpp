@@ -182,7 +182,7 @@ struct ClaudeUsageSource::Task {
 /// The parser and buffers one worker reuses from file to file.
 struct ClaudeUsageSource::Reader {
     /// The room a backward read walks down through: a few chunks, so a line cut by a chunk's
-    /// border moves once every few chunks.
+    /// border moves once every few chunks. (Two chunks measured slower: long lines moved often.)
     static constexpr std::size_t backwardWindow = 4 * backwardChunkSize;
 
     simdjson::dom::parser parser;
@@ -447,18 +447,19 @@ void ClaudeUsageSource::scan(Date since) {
                     listed.pop_back();
                 }
             }
-            if (next)
+            if (next) {
                 read(*readers_[worker], *next->first, next->second->project, since);
-            else if (allListed)
+            } else if (allListed) {
+                // Between refreshes a worker's buffer is only memory held (its parser, sized to the
+                // longest line, stays); freed here, while other workers may still be reading.
+                readers_[worker]->buffer.trim(0);
                 return;
-            else
+            } else {
                 // The last folders are being listed; waiting is shorter than a sleep's wake-up.
                 std::this_thread::yield();
+            }
         }
     });
-    // Between refreshes a worker's buffer is only memory held; its parser, sized to the longest
-    // line, stays.
-    for (auto& reader : readers_) reader->buffer.trim(0);
 
     // In listing order, so that the map grows as it always did.
     for (auto& folder : folders) {
