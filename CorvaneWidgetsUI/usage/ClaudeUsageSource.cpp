@@ -17,7 +17,6 @@
 #include <cerrno>
 #include <cstring>
 #include <exception>
-#include <iterator>
 #include <thread>
 
 namespace corvane {
@@ -384,17 +383,15 @@ std::vector<ClaudeUsageEntry> ClaudeUsageSource::entries(Date since) {
     return result;
 }
 
-std::vector<ClaudeUsageEntry> ClaudeUsageSource::takeEntries(Date since) {
+std::vector<std::vector<ClaudeUsageEntry>> ClaudeUsageSource::takeEntries(Date since) {
     std::lock_guard lock(mutex_);
     scan(since);
-    std::size_t count = 0;
-    for (const auto& [path, tracked] : tracked_) count += tracked.cursor.entries.size();
-    std::vector<ClaudeUsageEntry> result;
-    result.reserve(count);
+    std::vector<std::vector<ClaudeUsageEntry>> lists;
+    lists.reserve(tracked_.size());
     for (auto& [path, tracked] : tracked_)
-        std::move(tracked.cursor.entries.begin(), tracked.cursor.entries.end(), std::back_inserter(result));
+        if (!tracked.cursor.entries.empty()) lists.push_back(std::move(tracked.cursor.entries));
     tracked_.clear();
-    return result;
+    return lists;
 }
 
 void ClaudeUsageSource::scan(Date since) {

@@ -54,9 +54,10 @@ public:
     /// Every entry stamped at or after `since` in the transcripts, in no particular order across
     /// files. Files untouched since `since` are not opened unless read before.
     std::vector<ClaudeUsageEntry> entries(Date since);
-    /// `entries(since)` for a source read once: the entries are handed over instead of copied,
-    /// and the cursors are forgotten, so a later call reads every file anew.
-    std::vector<ClaudeUsageEntry> takeEntries(Date since);
+    /// `entries(since)` for a source read once, as one list per transcript in the order `entries`
+    /// joins them: the lists are handed over rather than copied or joined, and the cursors are
+    /// forgotten, so a later call reads every file anew.
+    std::vector<std::vector<ClaudeUsageEntry>> takeEntries(Date since);
 
     /// The cursor kept for a transcript, none when the file was never read or is gone.
     std::optional<Cursor> cursor(const std::filesystem::path& file) const;

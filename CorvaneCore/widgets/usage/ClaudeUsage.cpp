@@ -79,12 +79,19 @@ namespace ClaudeUsage {
 
 ClaudeUsageTotals totals(const std::vector<ClaudeUsageEntry>& entries, ClaudeUsageScope scope, Date now,
                          const Calendar& calendar) {
+    return totalsAcross(std::span(&entries, 1), scope, now, calendar);
+}
+
+ClaudeUsageTotals totalsAcross(std::span<const std::vector<ClaudeUsageEntry>> lists, ClaudeUsageScope scope, Date now,
+                               const Calendar& calendar) {
     const Date from = start(scope, now, calendar);
     // The messages kept, in the order their ids first appear, found by id through an open-addressed
     // table of positions in `unique`: a week holds tens of thousands of records, and a node per
     // id would cost more than the rest of the sums.
     auto within = [&](const ClaudeUsageEntry& entry) { return entry.timestamp >= from && entry.timestamp <= now; };
-    const auto count = static_cast<std::size_t>(std::count_if(entries.begin(), entries.end(), within));
+    std::size_t count = 0;
+    for (const auto& entries : lists)
+        count += static_cast<std::size_t>(std::count_if(entries.begin(), entries.end(), within));
     std::vector<const ClaudeUsageEntry*> unique;
     std::vector<std::size_t> hashes; // of the ids in `unique`, so that most probes read no id
     unique.reserve(count);
@@ -93,20 +100,22 @@ ClaudeUsageTotals totals(const std::vector<ClaudeUsageEntry>& entries, ClaudeUsa
     while (slots < 2 * count) slots *= 2;
     std::vector<std::size_t> table(slots, 0); // a position in `unique` plus one; 0 is free
     const std::hash<std::string_view> hash;
-    for (const auto& entry : entries) {
-        if (!within(entry)) continue;
-        const std::size_t idHash = hash(entry.id);
-        for (std::size_t slot = idHash & (slots - 1);; slot = (slot + 1) & (slots - 1)) {
-            if (table[slot] == 0) {
-                unique.push_back(&entry);
-                hashes.push_back(idHash);
-                table[slot] = unique.size();
-                break;
-            }
-            auto& kept = unique[table[slot] - 1];
-            if (hashes[table[slot] - 1] == idHash && kept->id == entry.id) {
-                if (entry.allTokens() > kept->allTokens()) kept = &entry;
-                break;
+    for (const auto& entries : lists) {
+        for (const auto& entry : entries) {
+            if (!within(entry)) continue;
+            const std::size_t idHash = hash(entry.id);
+            for (std::size_t slot = idHash & (slots - 1);; slot = (slot + 1) & (slots - 1)) {
+                if (table[slot] == 0) {
+                    unique.push_back(&entry);
+                    hashes.push_back(idHash);
+                    table[slot] = unique.size();
+                    break;
+                }
+                auto& kept = unique[table[slot] - 1];
+                if (hashes[table[slot] - 1] == idHash && kept->id == entry.id) {
+                    if (entry.allTokens() > kept->allTokens()) kept = &entry;
+                    break;
+                }
             }
         }
     }

@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -106,6 +107,9 @@ inline constexpr std::array<std::int64_t, 5> budgetChoices = {5'000'000, 10'000'
 /// sum does not fit, rather than showing a wrapped count.
 ClaudeUsageTotals totals(const std::vector<ClaudeUsageEntry>& entries, ClaudeUsageScope scope, Date now,
                          const Calendar& calendar);
+/// `totals` of entries kept in several lists, taken in order as one, without joining them.
+ClaudeUsageTotals totalsAcross(std::span<const std::vector<ClaudeUsageEntry>> lists, ClaudeUsageScope scope, Date now,
+                               const Calendar& calendar);
 
 /// A compact token count: "950", "12.3k", "250k", "4.2M", "37M". (`short` is taken by C++.)
 std::string shortText(std::int64_t tokens);

@@ -243,7 +243,7 @@ TEST(ClaudeUsageSource, TakingTheEntriesHandsThemOverAndStartsAfresh) {
     Transcripts t;
     auto file = t.session("p", "s.jsonl", assistantLine("a", june(1), 1, 0) + assistantLine("b", june(2), 1, 0));
     const auto kept = t.source.entries(june(0));
-    EXPECT_EQ(t.source.takeEntries(june(0)), kept);
+    EXPECT_EQ(t.source.takeEntries(june(0)), (std::vector<std::vector<ClaudeUsageEntry>>{kept}));
     EXPECT_FALSE(t.source.cursor(file));
     // Read from scratch again, not only what was appended since.
     append(file, assistantLine("c", june(3), 1, 0));

@@ -69,6 +69,23 @@ TEST(ClaudeUsage, TotalsCountEachMessageOnceAtItsLargestRecordWithinThePeriod) {
     EXPECT_EQ(tied.projects, (std::vector<ClaudeUsageProject>{{"B", 5}, {"a", 5}, {"b", 5}}));
 }
 
+TEST(ClaudeUsage, TotalsAcrossListsAreTheTotalsOfTheListsJoined) {
+    // A tie across lists: the record seen first, in the first list, keeps the message's project.
+    const std::vector<std::vector<ClaudeUsageEntry>> lists = {
+        {entry("req_a", now - 600, "atlas", 10, 40), entry("req_b", now - 500, "atlas", 5)},
+        {},
+        {entry("req_a", now - 400, "zeta", 10, 40), entry("req_c", now - 8 * 3600, "zeta", 7),
+         entry("req_b", now - 300, "zeta", 50)},
+    };
+    std::vector<ClaudeUsageEntry> joined;
+    for (const auto& list : lists) joined.insert(joined.end(), list.begin(), list.end());
+    for (auto scope : allClaudeUsageScopes)
+        EXPECT_EQ(ClaudeUsage::totalsAcross(lists, scope, now, calendar), ClaudeUsage::totals(joined, scope, now, calendar));
+    auto week = ClaudeUsage::totalsAcross(lists, ClaudeUsageScope::week, now, calendar);
+    EXPECT_EQ(week.projects, (std::vector<ClaudeUsageProject>{{"zeta", 57}, {"atlas", 50}}));
+    EXPECT_EQ(week.messages, 3);
+}
+
 TEST(ClaudeUsage, OverflowingSumsFailInsteadOfWrapping) {
     const auto big = std::numeric_limits<std::int64_t>::max() - 1;
     EXPECT_THROW(entry("x", now, {}, big, 2).tokens(), std::overflow_error);
