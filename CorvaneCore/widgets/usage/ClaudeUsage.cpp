@@ -3,6 +3,8 @@
 #include "CorvaneCore/support/JsonCoding.hpp"
 
 #include <algorithm>
+#include <cstring>
+#include <ostream>
 #include <cstdio>
 #include <functional>
 #include <stdexcept>
@@ -21,6 +23,19 @@ std::int64_t add(std::int64_t a, std::int64_t b) {
 bool isHexDigit(char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 
 } // namespace
+
+void ClaudeUsageId::assign(std::string_view text) {
+    if (text.size() <= inlineCapacity) {
+        std::memcpy(inline_.data(), text.data(), text.size());
+        size_ = static_cast<std::uint8_t>(text.size());
+        heap_.clear();
+    } else {
+        heap_.assign(text);
+        size_ = onHeap;
+    }
+}
+
+std::ostream& operator<<(std::ostream& out, const ClaudeUsageId& id) { return out << id.view(); }
 
 std::int64_t ClaudeUsageEntry::tokens() const { return add(add(inputTokens, outputTokens), cacheCreationTokens); }
 

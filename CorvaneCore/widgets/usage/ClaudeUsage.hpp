@@ -10,7 +10,9 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include <array>
+#include <compare>
 #include <cstdint>
+#include <iosfwd>
 #include <optional>
 #include <span>
 #include <string>
@@ -19,10 +21,46 @@
 
 namespace corvane {
 
+/// A message's id as a transcript line gives it: a request's, a message's or the line's own. Claude
+/// Code's are some 30 characters, kept in the value itself so that a scan makes no allocation per
+/// message; longer ones go to the heap. Compares, orders and converts as its text.
+class ClaudeUsageId {
+public:
+    /// Ids of up to this many bytes are kept inline.
+    static constexpr std::size_t inlineCapacity = 39;
+
+    ClaudeUsageId() = default;
+    ClaudeUsageId(std::string_view text) { assign(text); }
+    ClaudeUsageId(const char* text) : ClaudeUsageId(std::string_view(text)) {}
+    ClaudeUsageId(const std::string& text) : ClaudeUsageId(std::string_view(text)) {}
+
+    std::string_view view() const {
+        return size_ == onHeap ? std::string_view(heap_) : std::string_view(inline_.data(), size_);
+    }
+    operator std::string_view() const { return view(); }
+    std::string string() const { return std::string(view()); }
+    bool empty() const { return view().empty(); }
+
+    friend bool operator==(const ClaudeUsageId& a, const ClaudeUsageId& b) { return a.view() == b.view(); }
+    friend std::strong_ordering operator<=>(const ClaudeUsageId& a, const ClaudeUsageId& b) {
+        return a.view().compare(b.view()) <=> 0;
+    }
+    friend std::ostream& operator<<(std::ostream& out, const ClaudeUsageId& id);
+
+private:
+    static constexpr std::uint8_t onHeap = 0xff;
+
+    void assign(std::string_view text);
+
+    std::array<char, inlineCapacity> inline_{};
+    std::uint8_t size_ = 0;
+    std::string heap_;
+};
+
 /// One assistant message with its token usage.
 struct ClaudeUsageEntry {
     /// Claude Code writes a message several times while it streams; all copies share this key.
-    std::string id;
+    ClaudeUsageId id;
     Date timestamp;
     /// Display name of the project the transcript belongs to.
     std::optional<std::string> project;

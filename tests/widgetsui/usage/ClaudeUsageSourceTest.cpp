@@ -27,7 +27,7 @@ struct Transcripts {
 
     std::vector<std::string> ids(Date since) {
         std::vector<std::string> result;
-        for (const auto& entry : source.entries(since)) result.push_back(entry.id);
+        for (const auto& entry : source.entries(since)) result.push_back(entry.id.string());
         std::sort(result.begin(), result.end());
         return result;
     }

@@ -185,3 +185,22 @@ TEST(ClaudeUsageLimitsFormat, TimeUntilResetAndWhichWindowATileShows) {
               "{\n  \"readAt\": 760000000.0,\n  \"sevenDay\": {\n    \"resetsAt\": 760000000.0,\n"
               "    \"usedPercentage\": 5.0\n  }\n}\n");
 }
+
+TEST(ClaudeUsage, IdsKeepTheirTextWhateverItsLength) {
+    const std::string shortText = "req_011CRn8Lq8dzVFZDrJNBvqXm";
+    const std::string longText = "msg_" + std::string(ClaudeUsageId::inlineCapacity + 5, 'x');
+    for (const auto& text : {std::string(), shortText, std::string(ClaudeUsageId::inlineCapacity, 'y'), longText}) {
+        ClaudeUsageId id(text);
+        EXPECT_EQ(id.view(), text);
+        EXPECT_EQ(id.empty(), text.empty());
+        ClaudeUsageId copy = id, moved = ClaudeUsageId(text);
+        EXPECT_EQ(copy, id);
+        EXPECT_EQ(moved.string(), text);
+        copy = ClaudeUsageId("other");
+        EXPECT_EQ(copy, "other");
+        EXPECT_NE(copy, id);
+    }
+    EXPECT_LT(ClaudeUsageId("a"), ClaudeUsageId(longText));
+    EXPECT_LT(ClaudeUsageId(longText), ClaudeUsageId("z"));
+    EXPECT_EQ(ClaudeUsageId(shortText), ClaudeUsageId(std::string_view(shortText)));
+}
