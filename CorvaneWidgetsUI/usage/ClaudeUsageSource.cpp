@@ -17,6 +17,8 @@
 #include <cerrno>
 #include <cstring>
 #include <exception>
+#include <mutex>
+#include <system_error>
 #include <thread>
 
 namespace corvane {
@@ -129,8 +131,8 @@ template <typename Visit> void eachVisibleName(const std::string& folder, Visit 
 
 /// Runs `work(worker)` on `workers` threads, the caller's (worker 0) among them, and returns when
 /// all are done. A thread that cannot be started leaves its share to the others. The first
-/// exception a worker throws sets `failed`, which the others watch wherever they wait, and is
-/// rethrown here.
+/// exception a worker throws sets `failed`, which the others watch between tasks, and is rethrown
+/// here.
 template <typename Work> void onThreads(std::size_t workers, std::atomic<bool>& failed, Work work) {
     std::exception_ptr failure;
     std::mutex failureMutex;
@@ -145,6 +147,7 @@ template <typename Work> void onThreads(std::size_t workers, std::atomic<bool>& 
     };
     {
         std::vector<std::unique_ptr<WorkerThread>> threads;
+        threads.reserve(workers);
         for (std::size_t worker = 1; worker < workers; ++worker) {
             try {
                 threads.push_back(std::make_unique<WorkerThread>([&run, worker] { run(worker); }, worker - 1));
