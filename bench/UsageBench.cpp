@@ -1,6 +1,7 @@
 // The coding-assistant usage scan over a made-up transcripts folder of 60 days: the first scan
-// (every file of the week read backwards to the window's start), and a refresh after 1 MB was
-// appended to one session, which should cost about the same whatever the folder's size.
+// (every file of the week read backwards to the window's start), on the scan's workers and on one
+// thread, and a refresh after 1 MB was appended to one session, which should cost about the same
+// whatever the folder's size.
 
 #include "CorvaneCore/widgets/usage/ClaudeUsage.hpp"
 #include "CorvaneWidgetsUI/usage/ClaudeUsageSource.hpp"
@@ -62,6 +63,17 @@ void BM_UsageFirstScan(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_UsageFirstScan)->Arg(128)->Arg(1024)->Unit(benchmark::kMillisecond);
+
+// The same on the caller's thread alone: what the scan's workers gain.
+void BM_UsageFirstScanOnOneThread(benchmark::State& state) {
+    const auto& folder = corpus(state.range(0));
+    Refresh refresh;
+    for (auto _ : state) {
+        ClaudeUsageSource source(folder.root, 1);
+        benchmark::DoNotOptimize(refresh(source));
+    }
+}
+BENCHMARK(BM_UsageFirstScanOnOneThread)->Arg(1024)->Unit(benchmark::kMillisecond);
 
 void BM_UsageRefreshAfterAppendingOneMegabyte(benchmark::State& state) {
     const auto& folder = corpus(state.range(0));

@@ -124,9 +124,9 @@ void addUsageCommands(CLI::App& app, ToolContext& context) {
         const auto now = context.services.clock.now();
         const auto& calendar = context.services.calendar;
         // One read of the week serves every period.
-        auto entries = source.entries(start(ClaudeUsageScope::week, now, calendar));
+        const auto lists = source.takeEntries(start(ClaudeUsageScope::week, now, calendar));
         std::map<ClaudeUsageScope, ClaudeUsageTotals> byScope;
-        for (auto each : allClaudeUsageScopes) byScope[each] = ClaudeUsage::totals(entries, each, now, calendar);
+        for (auto each : allClaudeUsageScopes) byScope[each] = ClaudeUsage::totalsAcross(lists, each, now, calendar);
         auto link = bridge(context);
         auto limits = freshLimits(link.limits(now), now);
         const bool isConnected = link.isConnected();

@@ -1,6 +1,8 @@
 #include "CorvaneWidgetsUI/usage/ClaudeUsageSource.hpp"
 
 #include "CorvaneCore/support/Iso8601.hpp"
+#include "CorvaneWidgetsUI/usage/TranscriptSearch.hpp"
+#include "CorvaneWidgetsUI/usage/WorkerThread.hpp"
 
 #include <simdjson.h>
 
@@ -10,8 +12,14 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <exception>
+#include <mutex>
+#include <system_error>
+#include <thread>
 
 namespace corvane {
 
@@ -19,30 +27,38 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view usageKey = "\"usage\"";
-
 /// `size` bytes with at least SIMDJSON_PADDING readable bytes after them, so lines can be decoded
 /// where they lie. Grows without clearing.
 class PaddedBuffer {
 public:
     char* reserve(std::size_t size) {
-        if (size + simdjson::SIMDJSON_PADDING > capacity_) {
-            capacity_ = size + simdjson::SIMDJSON_PADDING;
-            bytes_.reset(new char[capacity_]);
+        if (size > size_) {
+            bytes_.reset(new char[size + simdjson::SIMDJSON_PADDING]);
+            size_ = size;
         }
         return bytes_.get();
     }
+    /// Grows to hold `size` bytes, keeping the `count` bytes at `from` and moving them to the
+    /// end of the new room.
+    char* grow(std::size_t size, std::size_t from, std::size_t count) {
+        std::unique_ptr<char[]> bytes(new char[size + simdjson::SIMDJSON_PADDING]);
+        std::memcpy(bytes.get() + size - count, bytes_.get() + from, count);
+        bytes_ = std::move(bytes);
+        size_ = size;
+        return bytes_.get();
+    }
+    std::size_t size() const { return size_; }
     /// After an unusually large read, so one big append does not stay resident.
     void trim(std::size_t keep) {
-        if (capacity_ > keep) {
+        if (size_ > keep) {
             bytes_.reset();
-            capacity_ = 0;
+            size_ = 0;
         }
     }
 
 private:
     std::unique_ptr<char[]> bytes_;
-    std::size_t capacity_ = 0;
+    std::size_t size_ = 0;
 };
 
 // Reads exactly `size` bytes at `offset`; a short read means the file changed under us.
@@ -58,62 +74,47 @@ bool readAt(int fd, char* into, std::size_t size, std::uint64_t offset) {
     return true;
 }
 
-/// The first "\"usage\"" in [begin, end), or null. Nearly all of a transcript's bytes pass
-/// through here, and a general substring search costs more than reading them: this tests 64
-/// bytes a round for an opening quote, a 'u' after it and a closing quote six on, which JSON
-/// rarely puts together (quotes alone are everywhere), and checks only rounds that have one.
-/// Vector extensions keep it portable (SSE2, NEON).
-const char* findUsageKey(const char* begin, const char* end) {
-    using Bytes = unsigned char __attribute__((vector_size(16)));
-    auto splat = [](char c) {
-        Bytes bytes;
-        std::memset(&bytes, c, sizeof bytes);
-        return bytes;
-    };
-    const Bytes quote = splat('"'), u = splat('u');
-    auto candidates = [&](const char* at) {
-        Bytes at0, at1, at6;
-        std::memcpy(&at0, at, sizeof at0);
-        std::memcpy(&at1, at + 1, sizeof at1);
-        std::memcpy(&at6, at + 6, sizeof at6);
-        return Bytes((at0 == quote) & (at1 == u) & (at6 == quote));
-    };
-    const char* p = begin;
-    for (; end - p >= 80; p += 64) {
-        const Bytes any = candidates(p) | candidates(p + 16) | candidates(p + 32) | candidates(p + 48);
-        std::uint64_t halves[2];
-        std::memcpy(halves, &any, sizeof halves);
-        if ((halves[0] | halves[1]) == 0) continue;
-        for (int i = 0; i < 64; ++i)
-            if (std::memcmp(p + i, usageKey.data(), usageKey.size()) == 0) return p + i;
-    }
-    return static_cast<const char*>(::memmem(p, static_cast<std::size_t>(end - p), usageKey.data(), usageKey.size()));
-}
+using TranscriptSearch::findUsageKey;
+using TranscriptSearch::lastLineFeed;
+using TranscriptSearch::usageKey;
 
-const char* lastLineFeed(const char* begin, const char* end) {
-    while (end > begin)
-        if (*--end == '\n') return end;
-    return nullptr;
-}
+/// The fields of `object` named `keys`, each the first of its name as `at_key` would find it,
+/// gathered in one walk: looking each key up walks the fields again every time.
+template <std::size_t N> struct Fields {
+    std::array<simdjson::dom::element, N> values;
+    std::array<bool, N> found{};
+
+    Fields(simdjson::dom::object object, const std::array<std::string_view, N>& keys) {
+        std::size_t left = N;
+        for (auto field = object.begin(); left > 0 && field != object.end(); ++field) {
+            const std::size_t length = field.key_length();
+            for (std::size_t i = 0; i < N; ++i) {
+                if (found[i] || keys[i].size() != length || std::memcmp(keys[i].data(), field.key_c_str(), length) != 0)
+                    continue;
+                values[i] = field.value();
+                found[i] = true;
+                --left;
+                break;
+            }
+        }
+    }
+};
 
 // Wrong types spoil the line, as any decoder of the record would refuse it; null and missing
 // keys are simply absent, and so is an empty text: an empty id would make one message of every
 // record that has it.
 enum class Field { absent, present, wrong };
 
-Field stringField(simdjson::dom::object object, std::string_view key, std::string_view& value) {
-    simdjson::dom::element element;
-    if (object.at_key(key).get(element)) return Field::absent;
-    if (element.is_null()) return Field::absent;
-    if (element.get_string().get(value)) return Field::wrong;
+template <std::size_t N> Field stringField(const Fields<N>& fields, std::size_t index, std::string_view& value) {
+    if (!fields.found[index] || fields.values[index].is_null()) return Field::absent;
+    if (fields.values[index].get_string().get(value)) return Field::wrong;
     return value.empty() ? Field::absent : Field::present;
 }
 
 // A count below zero is no count: it would take tokens off the totals.
-bool tokenField(simdjson::dom::object usage, std::string_view key, std::int64_t& value) {
-    simdjson::dom::element element;
-    if (usage.at_key(key).get(element) || element.is_null()) return true;
-    return !element.get_int64().get(value) && value >= 0;
+template <std::size_t N> bool tokenField(const Fields<N>& fields, std::size_t index, std::int64_t& value) {
+    if (!fields.found[index] || fields.values[index].is_null()) return true;
+    return !fields.values[index].get_int64().get(value) && value >= 0;
 }
 
 /// Calls `visit(folder's descriptor, name, type)` for each entry not starting with ".", so that
@@ -122,18 +123,72 @@ bool tokenField(simdjson::dom::object usage, std::string_view key, std::int64_t&
 template <typename Visit> void eachVisibleName(const std::string& folder, Visit visit) {
     DIR* dir = ::opendir(folder.c_str());
     if (!dir) return;
+    // dirfd is a macro on macOS, so it is not qualified.
     while (const dirent* entry = ::readdir(dir))
-        if (entry->d_name[0] != '.') visit(::dirfd(dir), entry->d_name, entry->d_type);
+        if (entry->d_name[0] != '.') visit(dirfd(dir), entry->d_name, entry->d_type);
     ::closedir(dir);
+}
+
+/// Runs `work(worker)` on `workers` threads, the caller's (worker 0) among them, and returns when
+/// all are done. A thread that cannot be started leaves its share to the others. The first
+/// exception a worker throws sets `failed`, which the others watch between tasks, and is rethrown
+/// here.
+template <typename Work> void onThreads(std::size_t workers, std::atomic<bool>& failed, Work work) {
+    std::exception_ptr failure;
+    std::mutex failureMutex;
+    auto run = [&](std::size_t worker) {
+        try {
+            work(worker);
+        } catch (...) {
+            std::lock_guard lock(failureMutex);
+            if (!failure) failure = std::current_exception();
+            failed.store(true);
+        }
+    };
+    {
+        std::vector<std::unique_ptr<WorkerThread>> threads;
+        threads.reserve(workers);
+        for (std::size_t worker = 1; worker < workers; ++worker) {
+            try {
+                threads.push_back(std::make_unique<WorkerThread>([&run, worker] { run(worker); }, worker - 1));
+            } catch (const std::system_error&) {
+                break;
+            }
+        }
+        run(0);
+    }
+    if (failure) std::rethrow_exception(failure);
 }
 
 } // namespace
 
-/// The parser and buffers one scan reuses from file to file.
+/// One project folder as a scan lists it: the transcripts to read, in the folder's own order.
+struct ClaudeUsageSource::Folder {
+    std::string path;
+    std::optional<std::string> project;
+    std::vector<Task> tasks;
+};
+
+/// One transcript a scan reads, or keeps unread because nothing was appended.
+struct ClaudeUsageSource::Task {
+    std::string path;
+    std::uint64_t size = 0;
+    /// The file's state from earlier scans; none when it was never read.
+    Tracked* tracked = nullptr;
+    /// Whether it must be opened: new, or grown or shrunk since it was read.
+    bool opens = true;
+    /// What the read gave; none when a file never read before could not be read.
+    std::optional<Cursor> cursor;
+};
+
+/// The parser and buffers one worker reuses from file to file.
 struct ClaudeUsageSource::Reader {
+    /// The room a backward read walks down through: a few chunks, so a line cut by a chunk's
+    /// border moves once every few chunks. (Two chunks measured slower: long lines moved often.)
+    static constexpr std::size_t backwardWindow = 4 * backwardChunkSize;
+
     simdjson::dom::parser parser;
     PaddedBuffer buffer;
-    std::string carry;
 
     /// A line whose bytes lie in a buffer with padding after them.
     std::optional<ClaudeUsageEntry> decode(const char* line, std::size_t size, const std::optional<std::string>& project) {
@@ -142,22 +197,22 @@ struct ClaudeUsageSource::Reader {
         if (parser.parse(line, size, false).get(document)) return std::nullopt;
         dom::object top, message, usage;
         if (document.get_object().get(top)) return std::nullopt;
-        dom::element element;
-        if (top.at_key("message").get(element) || element.get_object().get(message)) return std::nullopt;
-        if (message.at_key("usage").get(element) || element.get_object().get(usage)) return std::nullopt;
+        const Fields<4> record(top, {"message", "timestamp", "requestId", "uuid"});
+        if (!record.found[0] || record.values[0].get_object().get(message)) return std::nullopt;
+        const Fields<2> inMessage(message, {"usage", "id"});
+        if (!inMessage.found[0] || inMessage.values[0].get_object().get(usage)) return std::nullopt;
 
         std::string_view timestamp, requestId, messageId, uuid;
-        if (stringField(top, "timestamp", timestamp) != Field::present) return std::nullopt;
-        auto hasRequest = stringField(top, "requestId", requestId);
-        auto hasMessage = stringField(message, "id", messageId);
-        auto hasUuid = stringField(top, "uuid", uuid);
+        if (stringField(record, 1, timestamp) != Field::present) return std::nullopt;
+        auto hasRequest = stringField(record, 2, requestId);
+        auto hasMessage = stringField(inMessage, 1, messageId);
+        auto hasUuid = stringField(record, 3, uuid);
         if (hasRequest == Field::wrong || hasMessage == Field::wrong || hasUuid == Field::wrong) return std::nullopt;
 
         ClaudeUsageEntry entry;
-        if (!tokenField(usage, "input_tokens", entry.inputTokens) ||
-            !tokenField(usage, "output_tokens", entry.outputTokens) ||
-            !tokenField(usage, "cache_creation_input_tokens", entry.cacheCreationTokens) ||
-            !tokenField(usage, "cache_read_input_tokens", entry.cacheReadTokens))
+        const Fields<4> counts(usage, {"input_tokens", "output_tokens", "cache_creation_input_tokens", "cache_read_input_tokens"});
+        if (!tokenField(counts, 0, entry.inputTokens) || !tokenField(counts, 1, entry.outputTokens) ||
+            !tokenField(counts, 2, entry.cacheCreationTokens) || !tokenField(counts, 3, entry.cacheReadTokens))
             return std::nullopt;
         auto date = parseIso8601(timestamp);
         if (!date) return std::nullopt;
@@ -184,8 +239,7 @@ struct ClaudeUsageSource::Reader {
         while (lineStart < end) {
             auto* hit = findUsageKey(lineStart, end);
             if (!hit) return;
-            while (auto* feed = static_cast<const char*>(std::memchr(lineStart, '\n', static_cast<std::size_t>(hit - lineStart))))
-                lineStart = feed + 1;
+            if (auto* feed = lastLineFeed(lineStart, hit)) lineStart = feed + 1;
             auto* lineEnd = static_cast<const char*>(std::memchr(hit, '\n', static_cast<std::size_t>(end - hit)));
             if (!lineEnd) lineEnd = end;
             lines.emplace_back(lineStart, static_cast<std::size_t>(lineEnd - lineStart));
@@ -197,19 +251,32 @@ struct ClaudeUsageSource::Reader {
 
     /// From the end towards the start, until the entries are older than `since`. Sets `offset`
     /// to the end of what was consumed: a last line still being written is left for later.
+    ///
+    /// Each chunk is read into the buffer just before the start of the line the previous chunk
+    /// cut, so that line is whole without copying it; the cut piece moves only when the chunks
+    /// have walked down to the buffer's start.
     std::optional<std::vector<ClaudeUsageEntry>> backward(int fd, std::uint64_t size, const std::optional<std::string>& project,
                                                           Date since, std::uint64_t& offset) {
         std::vector<ClaudeUsageEntry> newestFirst;
-        carry.clear();
         offset = size;
+        char* base = buffer.reserve(std::max(buffer.size(), backwardWindow));
+        // The cut piece of a line: [hi - carry, hi).
+        std::size_t hi = buffer.size(), carry = 0;
         bool atEnd = true;
         for (std::uint64_t position = size; position > 0;) {
             const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(backwardChunkSize, position));
             position -= count;
-            const std::size_t length = count + carry.size();
-            char* bytes = buffer.reserve(length);
+            if (hi - carry < count) {
+                const std::size_t room = std::max(buffer.size(), 2 * (count + carry));
+                if (room > buffer.size())
+                    base = buffer.grow(room, hi - carry, carry);
+                else
+                    std::memmove(base + room - carry, base + hi - carry, carry);
+                hi = room;
+            }
+            char* bytes = base + hi - carry - count;
+            const std::size_t length = count + carry;
             if (!readAt(fd, bytes, count, position)) return std::nullopt;
-            std::memcpy(bytes + count, carry.data(), carry.size());
             const char* end = bytes + length;
 
             // Before the first line feed lies the end of a line that began in an earlier chunk.
@@ -217,7 +284,7 @@ struct ClaudeUsageSource::Reader {
             if (position > 0) {
                 auto* feed = static_cast<const char*>(std::memchr(bytes, '\n', length));
                 if (!feed) {
-                    carry.assign(bytes, length);
+                    carry = length;
                     continue;
                 }
                 first = feed + 1;
@@ -254,10 +321,10 @@ struct ClaudeUsageSource::Reader {
                     newestFirst.push_back(std::move(*entry));
             }
             if (stop) break;
-            carry.assign(bytes, first > bytes ? static_cast<std::size_t>(first - bytes - 1) : 0);
+            // The piece before the first line feed, without it, is carried where it lies.
+            carry = first > bytes ? static_cast<std::size_t>(first - bytes - 1) : 0;
+            hi = static_cast<std::size_t>(bytes - base) + carry;
         }
-        carry.clear();
-        carry.shrink_to_fit();
         std::reverse(newestFirst.begin(), newestFirst.end());
         return newestFirst;
     }
@@ -282,7 +349,9 @@ fs::path ClaudeUsageSource::defaultRoot(const ProcessEnvironment& environment) {
     return fs::path(home != environment.end() ? home->second : ".") / ".claude" / "projects";
 }
 
-ClaudeUsageSource::ClaudeUsageSource(fs::path root) : root_(std::move(root)), reader_(std::make_unique<Reader>()) {}
+ClaudeUsageSource::ClaudeUsageSource(fs::path root, std::size_t workers) : root_(std::move(root)), workers_(workers) {
+    if (workers_ == 0) workers_ = std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, automaticWorkerLimit);
+}
 
 ClaudeUsageSource::~ClaudeUsageSource() = default;
 
@@ -307,30 +376,7 @@ std::optional<ClaudeUsageSource::Cursor> ClaudeUsageSource::cursor(const fs::pat
 
 std::vector<ClaudeUsageEntry> ClaudeUsageSource::entries(Date since) {
     std::lock_guard lock(mutex_);
-    ++scan_;
-    auto root = root_.string();
-    if (root.size() > 1 && root.ends_with('/')) root.pop_back();
-    eachVisibleName(root, [&](int rootFd, const char* folderName, unsigned char type) {
-        struct stat info {};
-        if (type != DT_DIR && (::fstatat(rootFd, folderName, &info, 0) != 0 || !S_ISDIR(info.st_mode))) return;
-        const auto project = ClaudeUsage::projectName(folderName);
-        const auto folder = root + "/" + folderName;
-        eachVisibleName(folder, [&](int folderFd, const char* name, unsigned char) {
-            if (!std::string_view(name).ends_with(".jsonl")) return;
-            if (::fstatat(folderFd, name, &info, 0) != 0 || !S_ISREG(info.st_mode)) return;
-            auto path = folder + "/" + name;
-            auto tracked = tracked_.find(path);
-            // Sessions untouched since the window began hold nothing for it; never open them.
-            // Whole seconds are portable; counting the second the change fell in errs on reading.
-            if (tracked == tracked_.end() && Date::fromUnixTime(static_cast<double>(info.st_mtime) + 1) <= since) return;
-            read(path, project, since);
-            if (tracked == tracked_.end()) tracked = tracked_.find(path);
-            if (tracked != tracked_.end()) tracked->second.scan = scan_;
-        });
-    });
-    // Sessions deleted since the last scan.
-    std::erase_if(tracked_, [&](const auto& entry) { return entry.second.scan != scan_; });
-
+    scan(since);
     std::size_t count = 0;
     for (const auto& [path, tracked] : tracked_) count += tracked.cursor.entries.size();
     std::vector<ClaudeUsageEntry> result;
@@ -340,31 +386,145 @@ std::vector<ClaudeUsageEntry> ClaudeUsageSource::entries(Date since) {
     return result;
 }
 
-void ClaudeUsageSource::read(const std::string& path, const std::optional<std::string>& project, Date since) {
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+std::vector<std::vector<ClaudeUsageEntry>> ClaudeUsageSource::takeEntries(Date since) {
+    std::lock_guard lock(mutex_);
+    scan(since);
+    std::vector<std::vector<ClaudeUsageEntry>> lists;
+    lists.reserve(tracked_.size());
+    for (auto& [path, tracked] : tracked_)
+        if (!tracked.cursor.entries.empty()) lists.push_back(std::move(tracked.cursor.entries));
+    tracked_.clear();
+    return lists;
+}
+
+void ClaudeUsageSource::scan(Date since) {
+    ++scan_;
+    auto root = root_.string();
+    if (root.size() > 1 && root.ends_with('/')) root.pop_back();
+    std::vector<Folder> folders;
+    eachVisibleName(root, [&](int rootFd, const char* name, unsigned char type) {
+        struct stat info {};
+        if (type != DT_DIR && (::fstatat(rootFd, name, &info, 0) != 0 || !S_ISDIR(info.st_mode))) return;
+        folders.push_back({root + "/" + name, ClaudeUsage::projectName(name), {}});
+    });
+    while (readers_.size() < workers_) readers_.push_back(std::make_unique<Reader>());
+
+    // Listing only looks cursors up, and each read touches its own file's cursor alone, so the
+    // workers share the map without a lock until the merge below. Workers list folders while any
+    // are left and meanwhile read what is listed, biggest first, so that none is left with a
+    // large file at the end; a worker that starts late only finds less to do.
+    std::atomic<std::size_t> nextFolder{0}, listedFolders{0};
+    std::atomic<bool> failed{false};
+    using Read = std::pair<Task*, const Folder*>;
+    std::vector<Read> listed; // a heap, biggest on top
+    std::mutex listedMutex;
+    auto bySize = [](const Read& a, const Read& b) { return a.first->size < b.first->size; };
+    onThreads(workers_, failed, [&](std::size_t worker) {
+        while (!failed.load(std::memory_order_relaxed)) {
+            if (nextFolder.load(std::memory_order_relaxed) < folders.size()) {
+                if (const auto index = nextFolder.fetch_add(1); index < folders.size()) {
+                    auto& folder = folders[index];
+                    list(folder, since);
+                    {
+                        std::lock_guard lock(listedMutex);
+                        for (auto& task : folder.tasks) {
+                            if (!task.opens) continue;
+                            listed.emplace_back(&task, &folder);
+                            std::push_heap(listed.begin(), listed.end(), bySize);
+                        }
+                    }
+                    listedFolders.fetch_add(1, std::memory_order_release);
+                    continue;
+                }
+            }
+            std::optional<Read> next;
+            const bool allListed = listedFolders.load(std::memory_order_acquire) == folders.size();
+            {
+                std::lock_guard lock(listedMutex);
+                if (!listed.empty()) {
+                    std::pop_heap(listed.begin(), listed.end(), bySize);
+                    next = listed.back();
+                    listed.pop_back();
+                }
+            }
+            if (next) {
+                read(*readers_[worker], *next->first, next->second->project, since);
+            } else if (allListed) {
+                // Between refreshes a worker's buffer is only memory held (its parser, sized to the
+                // longest line, stays); freed here, while other workers may still be reading.
+                readers_[worker]->buffer.trim(0);
+                return;
+            } else {
+                // The last folders are being listed; waiting is shorter than a sleep's wake-up.
+                std::this_thread::yield();
+            }
+        }
+    });
+
+    // In listing order, so that the map grows as it always did.
+    for (auto& folder : folders) {
+        for (auto& task : folder.tasks) {
+            Tracked* tracked = task.tracked;
+            if (task.cursor) {
+                if (!tracked) tracked = &tracked_[task.path];
+                tracked->cursor = std::move(*task.cursor);
+            }
+            if (tracked) tracked->scan = scan_;
+        }
+    }
+    // Sessions deleted since the last scan.
+    std::erase_if(tracked_, [&](const auto& entry) { return entry.second.scan != scan_; });
+}
+
+void ClaudeUsageSource::list(Folder& folder, Date since) {
+    eachVisibleName(folder.path, [&](int folderFd, const char* name, unsigned char) {
+        if (!std::string_view(name).ends_with(".jsonl")) return;
+        struct stat info {};
+        if (::fstatat(folderFd, name, &info, 0) != 0 || !S_ISREG(info.st_mode)) return;
+        // Sessions untouched since the window began hold nothing for it; never open them.
+        // Whole seconds are portable; counting the second the change fell in errs on reading.
+        const bool old = Date::fromUnixTime(static_cast<double>(info.st_mtime) + 1) <= since;
+        if (old && tracked_.empty()) return;
+        auto path = folder.path + "/" + name;
+        auto found = tracked_.find(path);
+        Tracked* tracked = found != tracked_.end() ? &found->second : nullptr;
+        if (old && !tracked) return;
+        const auto size = static_cast<std::uint64_t>(info.st_size);
+        // A file read before and still as long as what was consumed has nothing new: opening it
+        // would only find that out again.
+        const bool opens = !tracked || size != tracked->cursor.offset;
+        folder.tasks.push_back({std::move(path), size, tracked, opens, std::nullopt});
+        if (!opens) {
+            auto& entries = tracked->cursor.entries;
+            std::erase_if(entries, [&](const auto& entry) { return entry.timestamp < since; });
+        }
+    });
+}
+
+void ClaudeUsageSource::read(Reader& reader, Task& task, const std::optional<std::string>& project, Date since) {
+    const int fd = ::open(task.path.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd < 0) return;
     const auto end = ::lseek(fd, 0, SEEK_END);
     if (end >= 0) {
         const auto size = static_cast<std::uint64_t>(end);
-        auto found = tracked_.find(path);
-        Cursor cursor = found != tracked_.end() ? std::move(found->second.cursor) : Cursor{};
+        Cursor cursor = task.tracked ? std::move(task.tracked->cursor) : Cursor{};
         bool ok = true;
         if (size < cursor.offset || cursor.offset == 0) {
             // A first read, or a file rewritten shorter than what was consumed: start again.
             std::uint64_t offset = 0;
-            if (auto entries = reader_->backward(fd, size, project, since, offset)) {
+            if (auto entries = reader.backward(fd, size, project, since, offset)) {
                 cursor.entries = std::move(*entries);
                 cursor.offset = offset;
             } else {
                 ok = false;
             }
         } else if (cursor.offset < size) {
-            ok = reader_->forward(fd, size, project, cursor);
+            ok = reader.forward(fd, size, project, cursor);
         }
         std::erase_if(cursor.entries, [&](const auto& entry) { return entry.timestamp < since; });
         // A file that failed half-way keeps what it had; the next refresh tries again.
-        if (ok || found != tracked_.end()) tracked_[path].cursor = std::move(cursor);
-        reader_->buffer.trim(4 * backwardChunkSize);
+        if (ok || task.tracked) task.cursor = std::move(cursor);
+        reader.buffer.trim(2 * Reader::backwardWindow);
     }
     ::close(fd);
 }

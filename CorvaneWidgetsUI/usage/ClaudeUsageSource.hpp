@@ -18,7 +18,8 @@ namespace corvane {
 /// Reads the token usage out of the transcripts Claude Code writes, one folder per project and
 /// one JSON-lines file per session. It remembers how far each file was read, so after the first
 /// scan a refresh reads only what was appended. Unreadable files and lines are skipped: a scan
-/// never fails. Any thread; calls are taken one at a time.
+/// never fails. Any thread; calls are taken one at a time. A scan lists folders and reads files on
+/// a few threads of its own, which touch nothing but their own files until it merges their work.
 class ClaudeUsageSource {
 public:
     /// A first read walks back from a file's end in steps of this many bytes.
@@ -35,7 +36,13 @@ public:
     /// home + ".claude/projects", the home folder from `HOME`.
     static std::filesystem::path defaultRoot(const ProcessEnvironment& environment);
 
-    explicit ClaudeUsageSource(std::filesystem::path root);
+    /// Threads a scan uses at most when `workers` is 0: enough to keep a first scan of a large
+    /// folder close to the speed of reading its bytes, few enough to leave the machine usable.
+    static constexpr std::size_t automaticWorkerLimit = 4;
+
+    /// `workers` threads per scan, the caller's included; 0 picks one per processor, at most
+    /// `automaticWorkerLimit`.
+    explicit ClaudeUsageSource(std::filesystem::path root, std::size_t workers = 0);
     ~ClaudeUsageSource();
     ClaudeUsageSource(const ClaudeUsageSource&) = delete;
     ClaudeUsageSource& operator=(const ClaudeUsageSource&) = delete;
@@ -47,6 +54,10 @@ public:
     /// Every entry stamped at or after `since` in the transcripts, in no particular order across
     /// files. Files untouched since `since` are not opened unless read before.
     std::vector<ClaudeUsageEntry> entries(Date since);
+    /// `entries(since)` for a source read once, as one list per transcript in the order `entries`
+    /// joins them: the lists are handed over rather than copied or joined, and the cursors are
+    /// forgotten, so a later call reads every file anew.
+    std::vector<std::vector<ClaudeUsageEntry>> takeEntries(Date since);
 
     /// The cursor kept for a transcript, none when the file was never read or is gone.
     std::optional<Cursor> cursor(const std::filesystem::path& file) const;
@@ -57,19 +68,26 @@ public:
 
 private:
     struct Reader;
-
-    void read(const std::string& path, const std::optional<std::string>& project, Date since);
-
-    std::filesystem::path root_;
-    mutable std::mutex mutex_;
     struct Tracked {
         Cursor cursor;
         /// The last scan that saw the file.
         std::uint64_t scan = 0;
     };
+    struct Folder;
+    struct Task;
+
+    /// Brings every cursor up to date; the caller holds the lock.
+    void scan(Date since);
+    void list(Folder& folder, Date since);
+    static void read(Reader& reader, Task& task, const std::optional<std::string>& project, Date since);
+
+    std::filesystem::path root_;
+    std::size_t workers_;
+    mutable std::mutex mutex_;
     std::unordered_map<std::string, Tracked> tracked_;
     std::uint64_t scan_ = 0;
-    std::unique_ptr<Reader> reader_;
+    /// One per worker, kept from scan to scan with their parsers and buffers.
+    std::vector<std::unique_ptr<Reader>> readers_;
 };
 
 } // namespace corvane

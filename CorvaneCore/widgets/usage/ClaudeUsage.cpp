@@ -3,8 +3,10 @@
 #include "CorvaneCore/support/JsonCoding.hpp"
 
 #include <algorithm>
+#include <cstring>
+#include <ostream>
 #include <cstdio>
-#include <map>
+#include <functional>
 #include <stdexcept>
 #include <unordered_map>
 
@@ -21,6 +23,19 @@ std::int64_t add(std::int64_t a, std::int64_t b) {
 bool isHexDigit(char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 
 } // namespace
+
+void ClaudeUsageId::assign(std::string_view text) {
+    if (text.size() <= inlineCapacity) {
+        std::memcpy(inline_.data(), text.data(), text.size());
+        size_ = static_cast<std::uint8_t>(text.size());
+        heap_.clear();
+    } else {
+        heap_.assign(text);
+        size_ = onHeap;
+    }
+}
+
+std::ostream& operator<<(std::ostream& out, const ClaudeUsageId& id) { return out << id.view(); }
 
 std::int64_t ClaudeUsageEntry::tokens() const { return add(add(inputTokens, outputTokens), cacheCreationTokens); }
 
@@ -79,22 +94,52 @@ namespace ClaudeUsage {
 
 ClaudeUsageTotals totals(const std::vector<ClaudeUsageEntry>& entries, ClaudeUsageScope scope, Date now,
                          const Calendar& calendar) {
+    return totalsAcross(std::span(&entries, 1), scope, now, calendar);
+}
+
+ClaudeUsageTotals totalsAcross(std::span<const std::vector<ClaudeUsageEntry>> lists, ClaudeUsageScope scope, Date now,
+                               const Calendar& calendar) {
     const Date from = start(scope, now, calendar);
+    // The messages kept, in the order their ids first appear, found by id through an open-addressed
+    // table of positions in `unique`: a week holds tens of thousands of records, and a node per
+    // id would cost more than the rest of the sums.
+    auto within = [&](const ClaudeUsageEntry& entry) { return entry.timestamp >= from && entry.timestamp <= now; };
+    std::size_t count = 0;
+    for (const auto& entries : lists)
+        count += static_cast<std::size_t>(std::count_if(entries.begin(), entries.end(), within));
     std::vector<const ClaudeUsageEntry*> unique;
-    std::unordered_map<std::string_view, std::size_t> byId;
-    byId.reserve(entries.size());
-    unique.reserve(entries.size());
-    for (const auto& entry : entries) {
-        if (entry.timestamp < from || entry.timestamp > now) continue;
-        auto [it, inserted] = byId.try_emplace(entry.id, unique.size());
-        if (inserted)
-            unique.push_back(&entry);
-        else if (entry.allTokens() > unique[it->second]->allTokens())
-            unique[it->second] = &entry;
+    std::vector<std::size_t> hashes; // of the ids in `unique`, so that most probes read no id
+    unique.reserve(count);
+    hashes.reserve(count);
+    std::size_t slots = 16;
+    while (slots < 2 * count) slots *= 2;
+    std::vector<std::size_t> table(slots, 0); // a position in `unique` plus one; 0 is free
+    const std::hash<std::string_view> hash;
+    for (const auto& entries : lists) {
+        for (const auto& entry : entries) {
+            if (!within(entry)) continue;
+            const std::size_t idHash = hash(entry.id);
+            for (std::size_t slot = idHash & (slots - 1);; slot = (slot + 1) & (slots - 1)) {
+                if (table[slot] == 0) {
+                    unique.push_back(&entry);
+                    hashes.push_back(idHash);
+                    table[slot] = unique.size();
+                    break;
+                }
+                auto& kept = unique[table[slot] - 1];
+                if (hashes[table[slot] - 1] == idHash && kept->id == entry.id) {
+                    if (entry.allTokens() > kept->allTokens()) kept = &entry;
+                    break;
+                }
+            }
+        }
     }
 
     ClaudeUsageTotals totals;
-    std::map<std::string_view, std::int64_t> projects;
+    std::vector<std::pair<std::string_view, std::int64_t>> projects;
+    std::unordered_map<std::string_view, std::size_t> projectIndex;
+    // Records come in runs from one transcript, so the project is nearly always the last one seen.
+    std::size_t lastProject = 0;
     for (const auto* entry : unique) {
         const auto tokens = entry->tokens();
         totals.tokens = add(totals.tokens, tokens);
@@ -104,15 +149,22 @@ ClaudeUsageTotals totals(const std::vector<ClaudeUsageEntry>& entries, ClaudeUsa
         totals.cacheReadTokens = add(totals.cacheReadTokens, entry->cacheReadTokens);
         if (!totals.lastActivity || entry->timestamp > *totals.lastActivity) totals.lastActivity = entry->timestamp;
         if (entry->project) {
-            auto& sum = projects[*entry->project];
+            const std::string_view name = *entry->project;
+            if (lastProject >= projects.size() || projects[lastProject].first != name) {
+                auto [it, inserted] = projectIndex.try_emplace(name, projects.size());
+                if (inserted) projects.emplace_back(name, 0);
+                lastProject = it->second;
+            }
+            auto& sum = projects[lastProject].second;
             sum = add(sum, tokens);
         }
     }
     totals.messages = static_cast<std::int64_t>(unique.size());
+    std::sort(projects.begin(), projects.end(), [](const auto& a, const auto& b) {
+        return a.second != b.second ? a.second > b.second : a.first < b.first;
+    });
+    totals.projects.reserve(projects.size());
     for (const auto& [name, tokens] : projects) totals.projects.push_back({std::string(name), tokens});
-    // The map already ordered names, so a stable sort on tokens leaves ties by name.
-    std::stable_sort(totals.projects.begin(), totals.projects.end(),
-                     [](const auto& a, const auto& b) { return a.tokens > b.tokens; });
     return totals;
 }
 

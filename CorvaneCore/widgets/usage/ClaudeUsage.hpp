@@ -10,18 +10,57 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include <array>
+#include <compare>
 #include <cstdint>
+#include <iosfwd>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace corvane {
 
+/// A message's id as a transcript line gives it: a request's, a message's or the line's own. Claude
+/// Code's are some 30 characters, kept in the value itself so that a scan makes no allocation per
+/// message; longer ones go to the heap. Compares, orders and converts as its text.
+class ClaudeUsageId {
+public:
+    /// Ids of up to this many bytes are kept inline.
+    static constexpr std::size_t inlineCapacity = 39;
+
+    ClaudeUsageId() = default;
+    ClaudeUsageId(std::string_view text) { assign(text); }
+    ClaudeUsageId(const char* text) : ClaudeUsageId(std::string_view(text)) {}
+    ClaudeUsageId(const std::string& text) : ClaudeUsageId(std::string_view(text)) {}
+
+    std::string_view view() const {
+        return size_ == onHeap ? std::string_view(heap_) : std::string_view(inline_.data(), size_);
+    }
+    operator std::string_view() const { return view(); }
+    std::string string() const { return std::string(view()); }
+    bool empty() const { return view().empty(); }
+
+    friend bool operator==(const ClaudeUsageId& a, const ClaudeUsageId& b) { return a.view() == b.view(); }
+    friend std::strong_ordering operator<=>(const ClaudeUsageId& a, const ClaudeUsageId& b) {
+        return a.view().compare(b.view()) <=> 0;
+    }
+    friend std::ostream& operator<<(std::ostream& out, const ClaudeUsageId& id);
+
+private:
+    static constexpr std::uint8_t onHeap = 0xff;
+
+    void assign(std::string_view text);
+
+    std::array<char, inlineCapacity> inline_{};
+    std::uint8_t size_ = 0;
+    std::string heap_;
+};
+
 /// One assistant message with its token usage.
 struct ClaudeUsageEntry {
     /// Claude Code writes a message several times while it streams; all copies share this key.
-    std::string id;
+    ClaudeUsageId id;
     Date timestamp;
     /// Display name of the project the transcript belongs to.
     std::optional<std::string> project;
@@ -106,6 +145,9 @@ inline constexpr std::array<std::int64_t, 5> budgetChoices = {5'000'000, 10'000'
 /// sum does not fit, rather than showing a wrapped count.
 ClaudeUsageTotals totals(const std::vector<ClaudeUsageEntry>& entries, ClaudeUsageScope scope, Date now,
                          const Calendar& calendar);
+/// `totals` of entries kept in several lists, taken in order as one, without joining them.
+ClaudeUsageTotals totalsAcross(std::span<const std::vector<ClaudeUsageEntry>> lists, ClaudeUsageScope scope, Date now,
+                               const Calendar& calendar);
 
 /// A compact token count: "950", "12.3k", "250k", "4.2M", "37M". (`short` is taken by C++.)
 std::string shortText(std::int64_t tokens);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <random>
+#include <tuple>
 #include <unistd.h>
 
 using namespace corvane;
@@ -26,7 +27,7 @@ struct Transcripts {
 
     std::vector<std::string> ids(Date since) {
         std::vector<std::string> result;
-        for (const auto& entry : source.entries(since)) result.push_back(entry.id);
+        for (const auto& entry : source.entries(since)) result.push_back(entry.id.string());
         std::sort(result.begin(), result.end());
         return result;
     }
@@ -205,4 +206,59 @@ TEST(ClaudeUsageSource, FindsUsageAtEveryAlignmentAndNotInsideEscapedText) {
     auto ids = t.ids(june(0));
     std::sort(wanted.begin(), wanted.end());
     EXPECT_EQ(ids, wanted);
+}
+
+TEST(ClaudeUsageSource, ScansAlikeOnOneThreadOrSeveral) {
+    Transcripts t;
+    std::mt19937 random(3);
+    for (int folder = 0; folder < 9; ++folder) {
+        for (int session = 0; session < 1 + folder % 4; ++session) {
+            std::string text;
+            for (int line = 0; line < 20 + static_cast<int>(random() % 40); ++line) {
+                const auto id = std::to_string(folder) + "-" + std::to_string(session) + "-" + std::to_string(line % 15);
+                text += random() % 3 == 0 ? userLine(june(line), 100 + random() % 5000)
+                                          : assistantLine(id, june(line - 10), static_cast<int>(random() % 100), line);
+            }
+            t.session("-Users-ann-p" + std::to_string(folder), "s" + std::to_string(session) + ".jsonl", text, june(30));
+        }
+    }
+    auto sorted = [](std::vector<ClaudeUsageEntry> entries) {
+        std::sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) {
+            return std::tie(a.id, a.timestamp.sinceReferenceDate, a.outputTokens, a.inputTokens) <
+                   std::tie(b.id, b.timestamp.sinceReferenceDate, b.outputTokens, b.inputTokens);
+        });
+        return entries;
+    };
+    ClaudeUsageSource one(t.root, 1), three(t.root, 3);
+    const auto expected = sorted(one.entries(june(0)));
+    EXPECT_GT(expected.size(), 200u);
+    EXPECT_EQ(sorted(three.entries(june(0))), expected);
+    // Refreshes too: nothing new, then one session grown.
+    EXPECT_EQ(sorted(three.entries(june(0))), expected);
+    append(t.root / "-Users-ann-p4" / "s0.jsonl", assistantLine("late", june(31), 5, 5));
+    EXPECT_EQ(sorted(three.entries(june(0))), sorted(one.entries(june(0))));
+}
+
+TEST(ClaudeUsageSource, TakingTheEntriesHandsThemOverAndStartsAfresh) {
+    Transcripts t;
+    auto file = t.session("p", "s.jsonl", assistantLine("a", june(1), 1, 0) + assistantLine("b", june(2), 1, 0));
+    const auto kept = t.source.entries(june(0));
+    EXPECT_EQ(t.source.takeEntries(june(0)), (std::vector<std::vector<ClaudeUsageEntry>>{kept}));
+    EXPECT_FALSE(t.source.cursor(file));
+    // Read from scratch again, not only what was appended since.
+    append(file, assistantLine("c", june(3), 1, 0));
+    EXPECT_EQ(t.ids(june(0)), (Ids{"req_a", "req_b", "req_c"}));
+}
+
+TEST(ClaudeUsageSource, ABackwardReadKeepsLinesLongerThanItsBuffer) {
+    Transcripts t;
+    // A line of several megabytes between usage lines: the piece carried from chunk to chunk
+    // outgrows the room the read walks down through.
+    auto text = assistantLine("before", june(1), 1, 0) + userLine(june(2), 5 * ClaudeUsageSource::backwardChunkSize + 123) +
+                assistantLine("after", june(3), 1, 0);
+    auto huge = assistantLine("huge", june(4), 7, 0);
+    huge.insert(huge.find("Done."), std::string(9 * ClaudeUsageSource::backwardChunkSize, 'z'));
+    text += huge + assistantLine("last", june(5), 1, 0);
+    t.session("p", "s.jsonl", text);
+    EXPECT_EQ(t.ids(june(0)), (Ids{"req_after", "req_before", "req_huge", "req_last"}));
 }

@@ -69,6 +69,23 @@ TEST(ClaudeUsage, TotalsCountEachMessageOnceAtItsLargestRecordWithinThePeriod) {
     EXPECT_EQ(tied.projects, (std::vector<ClaudeUsageProject>{{"B", 5}, {"a", 5}, {"b", 5}}));
 }
 
+TEST(ClaudeUsage, TotalsAcrossListsAreTheTotalsOfTheListsJoined) {
+    // A tie across lists: the record seen first, in the first list, keeps the message's project.
+    const std::vector<std::vector<ClaudeUsageEntry>> lists = {
+        {entry("req_a", now - 600, "atlas", 10, 40), entry("req_b", now - 500, "atlas", 5)},
+        {},
+        {entry("req_a", now - 400, "zeta", 10, 40), entry("req_c", now - 8 * 3600, "zeta", 7),
+         entry("req_b", now - 300, "zeta", 50)},
+    };
+    std::vector<ClaudeUsageEntry> joined;
+    for (const auto& list : lists) joined.insert(joined.end(), list.begin(), list.end());
+    for (auto scope : allClaudeUsageScopes)
+        EXPECT_EQ(ClaudeUsage::totalsAcross(lists, scope, now, calendar), ClaudeUsage::totals(joined, scope, now, calendar));
+    auto week = ClaudeUsage::totalsAcross(lists, ClaudeUsageScope::week, now, calendar);
+    EXPECT_EQ(week.projects, (std::vector<ClaudeUsageProject>{{"zeta", 57}, {"atlas", 50}}));
+    EXPECT_EQ(week.messages, 3);
+}
+
 TEST(ClaudeUsage, OverflowingSumsFailInsteadOfWrapping) {
     const auto big = std::numeric_limits<std::int64_t>::max() - 1;
     EXPECT_THROW(entry("x", now, {}, big, 2).tokens(), std::overflow_error);
@@ -167,4 +184,23 @@ TEST(ClaudeUsageLimitsFormat, TimeUntilResetAndWhichWindowATileShows) {
     EXPECT_EQ(prettyJson(encodeClaudeUsageLimits(ClaudeUsageLimits{std::nullopt, ClaudeUsageWindow{5, at}, {}, at})),
               "{\n  \"readAt\": 760000000.0,\n  \"sevenDay\": {\n    \"resetsAt\": 760000000.0,\n"
               "    \"usedPercentage\": 5.0\n  }\n}\n");
+}
+
+TEST(ClaudeUsage, IdsKeepTheirTextWhateverItsLength) {
+    const std::string shortText = "req_011CRn8Lq8dzVFZDrJNBvqXm";
+    const std::string longText = "msg_" + std::string(ClaudeUsageId::inlineCapacity + 5, 'x');
+    for (const auto& text : {std::string(), shortText, std::string(ClaudeUsageId::inlineCapacity, 'y'), longText}) {
+        ClaudeUsageId id(text);
+        EXPECT_EQ(id.view(), text);
+        EXPECT_EQ(id.empty(), text.empty());
+        ClaudeUsageId copy = id, moved = ClaudeUsageId(text);
+        EXPECT_EQ(copy, id);
+        EXPECT_EQ(moved.string(), text);
+        copy = ClaudeUsageId("other");
+        EXPECT_EQ(copy, "other");
+        EXPECT_NE(copy, id);
+    }
+    EXPECT_LT(ClaudeUsageId("a"), ClaudeUsageId(longText));
+    EXPECT_LT(ClaudeUsageId(longText), ClaudeUsageId("z"));
+    EXPECT_EQ(ClaudeUsageId(shortText), ClaudeUsageId(std::string_view(shortText)));
 }
