@@ -56,7 +56,7 @@ void switchWorkspace(DockSession& session, const Profile& profile, std::ostream&
         out << quoted(profile.name) << " is already active; corvane apply puts it into the Dock again.\n";
         return;
     }
-    if (session.usesOwnDock) {
+    if (session.usesOwnDock()) {
         session.switcher.activate(profile.id);
         out << "Activated " << quoted(profile.name)
             << "; the own Dock bar shows it and the macOS Dock is left alone (usesOwnDock is on).\n";

@@ -8,6 +8,7 @@
 #include "CorvaneStorage/workspace/ProfileStore.hpp"
 #include "CorvaneStorage/workspace/ProfileSwitcher.hpp"
 
+#include <functional>
 #include <iosfwd>
 
 namespace corvane {
@@ -20,7 +21,7 @@ struct DockSession {
           backups(StoragePath::backupsDirectory(dataDirectory), *dock.backend, dock.files, context.services.clock),
           swapper(DockPlistReader(*dock.backend, context.services.clock), DockPlistWriter(*dock.backend), *dock.reloader),
           switcher(store, swapper, backups, context.services.clock),
-          usesOwnDock(AppPreferences(*context.openDefaults()).load().usesOwnDock) {}
+          usesOwnDock([&context] { return AppPreferences(*context.openDefaults()).load().usesOwnDock; }) {}
 
     DockAccess dock;
     std::filesystem::path dataDirectory;
@@ -30,7 +31,8 @@ struct DockSession {
     ProfileSwitcher switcher;
     /// While the own Dock bar is in use the macOS Dock stays hidden, so a switch only changes
     /// the active workspace and leaves the Dock's preferences alone, as the application does.
-    bool usesOwnDock;
+    /// Read when a switch asks, so that the other Dock commands never depend on the settings.
+    std::function<bool()> usesOwnDock;
 };
 
 /// The tool's one way to switch, and say what happened: with the own Dock bar in use only the
