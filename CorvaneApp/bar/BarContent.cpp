@@ -37,6 +37,15 @@ BarWindowController::Content barContent(const Profile* active, const WidgetsFile
                                     .trashIsFull = sources.trashIsFull,
                                     .icons = sources.icons},
                                    &content.origins);
+    if (sources.captions)
+        for (std::size_t i = 0; i < tiles.size(); ++i) {
+            const auto& origin = content.origins[i];
+            if (origin.section != BarTileOrigin::Section::apps) continue;
+            const auto* widget = content.layout.apps[origin.index].widget();
+            const auto* id = widget ? widget->address.widgetID() : nullptr;
+            if (!id) continue;
+            if (auto caption = sources.captions(*id)) tiles[i].caption = std::move(caption);
+        }
     auto appearance = style.applied(sources.appearance);
     content.scene = makeBarScene(std::move(tiles), style, appearance, active);
     if (sources.screenLength > 0)

@@ -5,6 +5,8 @@
 #include "CorvaneCore/bar/DockAppearance.hpp"
 #include "CorvaneCore/widgets/WidgetsFile.hpp"
 
+#include <functional>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -24,6 +26,8 @@ struct BarContentSources {
     DockAppearance appearance = DockAppearance::systemDefault();
     /// The screen's length along the bar: icons shrink until the bar fits. Zero leaves them.
     double screenLength = 0;
+    /// What a live widget's tile shows now; none keeps the tile's own text.
+    std::function<std::optional<std::string>(const Uuid& widget)> captions = {};
 };
 
 /// The bar's content for a workspace (none when no workspace is active), fitted to the screen.

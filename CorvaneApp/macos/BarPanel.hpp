@@ -1,8 +1,7 @@
 #pragma once
 
+#include "CorvaneApp/shell/AppPlatform.hpp"
 #include "CorvaneApp/state/AppState.hpp"
-#include "CorvaneCore/platform/RunningApplications.hpp"
-#include "CorvaneCore/platform/SystemFolders.hpp"
 
 #include <filesystem>
 #include <memory>
@@ -13,11 +12,11 @@ namespace corvane {
 /// edge of the main screen, above normal windows and on every desktop. It shows what
 /// `BarCompositor` draws of `BarWindowController`'s frame and forwards the pointer, presses,
 /// drags and scrolls to the controller; the shell's part of each decision (opening, switching,
-/// storing an edit) goes back to the state. Main thread.
+/// storing an edit) goes back to the state. The time-keeping widgets tick here, on the main
+/// queue, and their tiles show their time. Main thread.
 class BarPanel {
 public:
-    BarPanel(AppState& state, Scheduler& scheduler, RunningApplications& applications,
-             const ProcessEnvironment& environment, const std::filesystem::path& dataDirectory);
+    BarPanel(AppState& state, AppPlatform& platform, const std::filesystem::path& dataDirectory);
     ~BarPanel();
     BarPanel(const BarPanel&) = delete;
     BarPanel& operator=(const BarPanel&) = delete;

@@ -1,10 +1,13 @@
 #include "CorvaneApp/macos/BarPanel.hpp"
 
 #include "CorvaneApp/bar/BarContent.hpp"
+#include "CorvaneApp/bar/BarWidgetHost.hpp"
 #include "CorvaneApp/looks/IconOverrides.hpp"
 #include "CorvaneApp/render/BarCompositor.hpp"
 #include "CorvaneApp/render/BarIcons.hpp"
 #include "CorvaneCore/bar/DownloadsTile.hpp"
+#include "platform/macos/CFCalendarAdapter.hpp"
+#include "platform/macos/MacUserAlerts.hpp"
 
 #import <AppKit/AppKit.h>
 
@@ -113,15 +116,18 @@ void open(const BarClick& click, AppState& state) {
 } // namespace
 
 struct BarPanel::Views {
-    Views(AppState& appState, RunningApplications& running, const ProcessEnvironment& environment,
-          const std::filesystem::path& dataDirectory)
-        : state(appState), applications(running), icons(dataDirectory),
-          downloads(DownloadsTile::folder(environment).string()) {}
+    Views(AppState& appState, AppPlatform& platform, const std::filesystem::path& dataDirectory)
+        : state(appState), applications(platform.applications), icons(dataDirectory),
+          downloads(DownloadsTile::folder(platform.environment).string()),
+          widgets(platform.scheduler, {platform.clock, calendar, alerts, &platform.defaults}, [this] { reload(); }) {}
 
     AppState& state;
     RunningApplications& applications;
+    CFCalendarAdapter calendar;
+    MacUserAlerts alerts;
     IconOverrides icons;
     std::string downloads;
+    BarWidgetHost widgets;
     std::unique_ptr<BarWindowController> controller;
     std::unique_ptr<BarCompositor> compositor;
     NSPanel* panel = nil;
@@ -195,6 +201,7 @@ struct BarPanel::Views {
         for (const auto& profile : state.profiles())
             if (profile.id == state.activeProfileId()) active = &profile;
         running = applications.regularApplications();
+        widgets.sync(state.widgetStore().file());
         const auto& style = state.settings().dockStyle;
         NSScreen* screen = NSScreen.mainScreen;
         double length = 0;
@@ -204,19 +211,19 @@ struct BarPanel::Views {
                                            .ownership = &state.workspaceApps().ownership,
                                            .downloads = downloads,
                                            .icons = barIcons(icons),
-                                           .screenLength = length}));
+                                           .screenLength = length,
+                                           .captions = [this](const Uuid& id) { return widgets.caption(id); }}));
         place();
         draw();
         [panel orderFrontRegardless];
     }
 };
 
-BarPanel::BarPanel(AppState& state, Scheduler& scheduler, RunningApplications& applications,
-                   const ProcessEnvironment& environment, const std::filesystem::path& dataDirectory)
-    : views_(std::make_unique<Views>(state, applications, environment, dataDirectory)) {
+BarPanel::BarPanel(AppState& state, AppPlatform& platform, const std::filesystem::path& dataDirectory)
+    : views_(std::make_unique<Views>(state, platform, dataDirectory)) {
     auto* views = views_.get();
     views->controller = std::make_unique<BarWindowController>(
-        scheduler,
+        platform.scheduler,
         BarWindowController::Callbacks{
             .onClick = [views](const BarClick& click) { open(click, views->state); },
             .onItemsChanged =

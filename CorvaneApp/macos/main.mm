@@ -89,9 +89,7 @@ int main(int argc, char* argv[]) {
         // The own Dock bar comes once the application has finished launching.
         delegate.launchHandler = ^{
           auto& app = application();
-          auto& platform = app.live->platform();
-          app.bar = std::make_unique<BarPanel>(app.host->state(), platform.scheduler, platform.applications,
-                                               platform.environment, app.host->dataDirectory());
+          app.bar = std::make_unique<BarPanel>(app.host->state(), app.live->platform(), app.host->dataDirectory());
         };
         delegate.terminateHandler = ^{
           application().bar.reset();
