@@ -215,7 +215,8 @@ struct BarPanel::Views {
                                            .captions = [this](const Uuid& id) { return widgets.caption(id); }}));
         place();
         draw();
-        [panel orderFrontRegardless];
+        // An auto-hidden bar stays hidden until the pointer brings it back.
+        if (controller->isShown()) [panel orderFrontRegardless];
     }
 };
 
