@@ -9,7 +9,7 @@
 namespace corvane {
 namespace {
 
-TEST(PlistFileDockSettings, ReadsAndWritesTheDocksLookBesideItsTiles) {
+TEST(PlistFileDockSettings, ReadsAndWritesTheDocksLookBesideItsTilesAndNeverADamagedFile) {
     TemporaryDirectory folder;
     auto url = folder / "com.apple.dock.plist";
     PlistFileDockSettings settings(url);
@@ -26,13 +26,8 @@ TEST(PlistFileDockSettings, ReadsAndWritesTheDocksLookBesideItsTiles) {
     EXPECT_FALSE(root.contains("tilesize")) << "an unset value removes its key";
     EXPECT_TRUE(root.contains("persistent-apps"));
     EXPECT_EQ(root["orientation"], PlistValue("left"));
-}
 
-TEST(PlistFileDockSettings, ADamagedFileIsAnError) {
-    TemporaryDirectory folder;
-    auto url = folder / "com.apple.dock.plist";
     writeText(url, "garbage");
-    PlistFileDockSettings settings(url);
     EXPECT_THROW(settings.current(), DockError);
     EXPECT_THROW(settings.write({}), DockError);
     EXPECT_EQ(readText(url), "garbage");

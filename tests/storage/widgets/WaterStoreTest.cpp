@@ -13,7 +13,7 @@ const FixedOffsetCalendar calendar;
 const Date morning = calendar.at({2026, 5, 4}, 9);
 } // namespace
 
-TEST(WaterStore, MissingFileIsAnEmptyLogAndNothingIsWrittenUntilAPour) {
+TEST(WaterStore, MissingFileIsAnEmptyLogNothingIsWrittenUntilAPourAndAnUnreadableOneRefusesToOpen) {
     TemporaryDirectory dir;
     RecordingNotifier notifier;
     WaterStore store(dir / "water.json", calendar, &notifier);
@@ -24,6 +24,9 @@ TEST(WaterStore, MissingFileIsAnEmptyLogAndNothingIsWrittenUntilAPour) {
     store.add(250, morning);
     EXPECT_EQ(notifier.posted, std::vector<std::string>{"dev.tessik.corvane.water-changed"});
     EXPECT_EQ(WaterStore(dir / "water.json", calendar).log().total(morning, calendar), 250);
+
+    writeText(dir / "water.json", R"({"days": "many"})");
+    EXPECT_THROW(WaterStore(dir / "water.json", calendar), DataFileError);
 }
 
 TEST(WaterStore, EachChangeStartsFromWhatAnotherProcessSaved) {
@@ -37,10 +40,4 @@ TEST(WaterStore, EachChangeStartsFromWhatAnotherProcessSaved) {
     second.clear(morning + 180);
     first.reload();
     EXPECT_EQ(first.log(), WaterLog{});
-}
-
-TEST(WaterStore, AnUnreadableFileRefusesToOpen) {
-    TemporaryDirectory dir;
-    writeText(dir / "water.json", R"({"days": "many"})");
-    EXPECT_THROW(WaterStore(dir / "water.json", calendar), DataFileError);
 }

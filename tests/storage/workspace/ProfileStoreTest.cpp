@@ -17,31 +17,25 @@ Profile named(std::string name) {
 }
 } // namespace
 
-TEST(ProfileStore, MissingFileLoadsEmptyAndWritesNothing) {
+TEST(ProfileStore, MissingFileLoadsEmptyWritesNothingAndNamesBlankWorkspacesUntitled) {
     TemporaryDirectory dir;
     ProfileStore store(dir / "sub/profiles.json");
     EXPECT_FALSE(store.fileExistedOnLoad());
     EXPECT_EQ(store.file(), ProfilesFile::empty());
     store.reload();
     EXPECT_FALSE(fs::exists(dir / "sub"));
-    store.create(named("Work"));
-    EXPECT_TRUE(fs::exists(dir / "sub/profiles.json"));
-    EXPECT_TRUE(ProfileStore(dir / "sub/profiles.json").fileExistedOnLoad());
-}
 
-TEST(ProfileStore, CreateNamesBlankWorkspacesUntitledAndKeepsOtherNamesAsGiven) {
-    TemporaryDirectory dir;
-    ProfileStore store(dir / "profiles.json");
     EXPECT_EQ(store.create(named("  ")).name, "Untitled");
     EXPECT_EQ(store.create(named("\n\t")).name, "Untitled");
     EXPECT_EQ(store.create(named(" Work ")).name, " Work ");
     EXPECT_FALSE(store.file().activeProfileId);
-    ProfileStore reopened(dir / "profiles.json");
+    ProfileStore reopened(dir / "sub/profiles.json");
+    EXPECT_TRUE(reopened.fileExistedOnLoad());
     ASSERT_EQ(reopened.file().profiles.size(), 3u);
     EXPECT_EQ(reopened.file().profiles[2].name, " Work ");
 }
 
-TEST(ProfileStore, UpdateKeepsOrderAndUnknownIdsFail) {
+TEST(ProfileStore, UpdateKeepsOrderDeleteClearsTheActiveOneAndUnknownIdsFail) {
     TemporaryDirectory dir;
     ProfileStore store(dir / "profiles.json");
     auto a = store.create(named("A"));
@@ -58,13 +52,7 @@ TEST(ProfileStore, UpdateKeepsOrderAndUnknownIdsFail) {
         EXPECT_EQ(error, DockError::profileNotFound(stranger.id.string()));
         EXPECT_EQ(error.errorDescription(), "Failed to find profile with id " + stranger.id.string());
     }
-}
 
-TEST(ProfileStore, DeletingTheActiveWorkspaceLeavesNoneActive) {
-    TemporaryDirectory dir;
-    ProfileStore store(dir / "profiles.json");
-    auto a = store.create(named("A"));
-    auto b = store.create(named("B"));
     store.setActive(b.id);
     store.remove(a.id);
     EXPECT_EQ(store.file().activeProfileId, b.id);
