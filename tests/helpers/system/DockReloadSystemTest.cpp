@@ -11,6 +11,7 @@
 #include "platform/posix/ProcProcessTable.hpp"
 #include "platform/posix/SystemClock.hpp"
 #include "platform/posix/ThreadSleeper.hpp"
+#include "fakes/Thrown.hpp"
 
 #include <gtest/gtest.h>
 
@@ -135,12 +136,8 @@ TEST_F(DockReloadSystemTest, ADockThatRestoresItsOldItemsWhileRestartingIsSwappe
 
 TEST_F(DockReloadSystemTest, ADockThatAlwaysRestoresItsOldItemsFailsTheSwap) {
     startDock(Restores::always);
-    try {
-        swapper.swap(target);
-        FAIL() << "the swap succeeded";
-    } catch (const DockError& error) {
-        EXPECT_STREQ(error.what(), "Failed to reload dock because the Dock kept its previous items; try again");
-    }
+    EXPECT_STREQ(thrown<DockError>([&] { swapper.swap(target); }).value().what(),
+                 "Failed to reload dock because the Dock kept its previous items; try again");
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "fakes/ManualClock.hpp"
 #include "fakes/TemporaryDirectory.hpp"
 #include "platform/posix/PlistFileBackend.hpp"
+#include "fakes/Thrown.hpp"
 
 #include <gtest/gtest.h>
 
@@ -18,13 +19,7 @@ std::string sampleDock() { return readText(std::string(CORVANE_TEST_DATA) + "/do
 class PlistFileBackendTest : public ::testing::Test {
 protected:
     DockError readError() {
-        try {
-            backend.readTiles();
-        } catch (const DockError& error) {
-            return error;
-        }
-        ADD_FAILURE() << "read did not fail";
-        return DockError::noBackupAvailable();
+        return thrown<DockError>([&] { backend.readTiles(); }).value_or(DockError::noBackupAvailable());
     }
 
     TemporaryDirectory folder;
@@ -121,13 +116,8 @@ TEST_F(PlistFileBackendTest, EveryFailureNamesTheFile) {
 
 TEST_F(PlistFileBackendTest, AFileThatCannotBeReadBackIsNotOverwritten) {
     writeText(url, "not a plist");
-    try {
-        backend.writeTiles({});
-        FAIL() << "write succeeded";
-    } catch (const DockError& error) {
-        EXPECT_EQ(error.errorDescription(),
-                  "Failed to write dock plist at " + url.string() + " because it is not a property list");
-    }
+    EXPECT_EQ(thrown<DockError>([&] { backend.writeTiles({}); }).value().errorDescription(),
+              "Failed to write dock plist at " + url.string() + " because it is not a property list");
     EXPECT_EQ(readText(url), "not a plist");
 }
 

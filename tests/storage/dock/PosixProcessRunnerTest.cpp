@@ -1,4 +1,5 @@
 #include "platform/posix/PosixProcessRunner.hpp"
+#include "fakes/Thrown.hpp"
 
 #include <gtest/gtest.h>
 
@@ -47,12 +48,8 @@ TEST(PosixProcessRunner, AToolPastItsTimeOutIsKilled) {
 
 TEST(PosixProcessRunner, AMissingToolIsALaunchError) {
     PosixProcessRunner runner;
-    try {
-        runner.run(ProcessRequest{"/nonexistent/tool", {}, std::nullopt, std::nullopt});
-        FAIL() << "ran";
-    } catch (const ProcessLaunchError& error) {
-        EXPECT_STREQ(error.what(), "No such file or directory");
-    }
+    auto error = thrown<ProcessLaunchError>([&] { runner.run(ProcessRequest{"/nonexistent/tool", {}, {}, {}}); });
+    EXPECT_STREQ(error.value().what(), "No such file or directory");
 }
 
 } // namespace

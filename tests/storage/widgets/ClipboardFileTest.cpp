@@ -5,6 +5,7 @@
 #include "fakes/InMemorySecretStore.hpp"
 #include "fakes/ReadOnlyFolder.hpp"
 #include "fakes/TemporaryDirectory.hpp"
+#include "fakes/Thrown.hpp"
 #include "platform/posix/FileSecretStore.hpp"
 
 #include <gtest/gtest.h>
@@ -29,13 +30,7 @@ unsigned mode(const std::filesystem::path& path) {
 }
 
 ClipboardCryptoError::Kind failureOf(const std::function<void()>& read) {
-    try {
-        read();
-    } catch (const ClipboardCryptoError& error) {
-        return error.kind;
-    }
-    ADD_FAILURE() << "no ClipboardCryptoError";
-    return ClipboardCryptoError::Kind::cipherFailed;
+    return thrown<ClipboardCryptoError>(read).value().kind;
 }
 
 } // namespace
@@ -106,13 +101,9 @@ TEST(ClipboardHistoryFile, OpensOnlyWithItsKeyAndUnchangedBytes) {
     }
 
     writeText(url, original.substr(0, 28));
-    try {
-        openFresh();
-        ADD_FAILURE();
-    } catch (const ClipboardCryptoError& error) {
-        EXPECT_EQ(error.kind, Kind::truncated);
-        EXPECT_STREQ(error.what(), "Failed to read the encrypted clipboard because the file is incomplete");
-    }
+    auto truncated = thrown<ClipboardCryptoError>(openFresh).value();
+    EXPECT_EQ(truncated.kind, Kind::truncated);
+    EXPECT_STREQ(truncated.what(), "Failed to read the encrypted clipboard because the file is incomplete");
     writeText(url, original.substr(0, 29));
     EXPECT_EQ(failureOf(openFresh), Kind::authenticationFailed);
 
@@ -128,13 +119,9 @@ TEST(ClipboardHistoryFile, OpensOnlyWithItsKeyAndUnchangedBytes) {
 
     secrets.secrets[{"dev.tessik.corvane.clipboard", "primary"}] = rightKey;
     secrets.failWith = -25308; // interaction not allowed: a locked keychain
-    try {
-        openFresh();
-        ADD_FAILURE();
-    } catch (const ClipboardCryptoError& error) {
-        EXPECT_EQ(error.kind, Kind::keychainStatus);
-        EXPECT_STREQ(error.what(), "Failed to access the Keychain because the system returned -25308");
-    }
+    auto locked = thrown<ClipboardCryptoError>(openFresh).value();
+    EXPECT_EQ(locked.kind, Kind::keychainStatus);
+    EXPECT_STREQ(locked.what(), "Failed to access the Keychain because the system returned -25308");
     // A store that cannot answer is not an empty one: no fresh key replaces the real one.
     EXPECT_THROW(ClipboardHistoryFile(url, secrets).write({}), ClipboardCryptoError);
     secrets.failWith.reset();

@@ -3,6 +3,7 @@
 #include "CorvaneStorage/storage/DataFileError.hpp"
 #include "fakes/RecordingNotifier.hpp"
 #include "fakes/TemporaryDirectory.hpp"
+#include "fakes/Thrown.hpp"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -101,13 +102,9 @@ TEST(WidgetStore, MigratesTheLegacyCollectionsOnceAndLeavesThemInPlace) {
 TEST(WidgetStore, AnUnreadableLegacyFileFailsAndWritesNothing) {
     TemporaryDirectory dir;
     writeText(dir / "collections.json", dataFile("collections-without-slot.json"));
-    try {
-        WidgetStore store(dir / "widgets.json", dir / "collections.json");
-        FAIL();
-    } catch (const DataFileError& error) {
-        EXPECT_EQ(error.operation, DataFileError::Operation::decode);
-        EXPECT_EQ(error.path, dir / "collections.json");
-    }
+    auto error = thrown<DataFileError>([&] { WidgetStore(dir / "widgets.json", dir / "collections.json"); }).value();
+    EXPECT_EQ(error.operation, DataFileError::Operation::decode);
+    EXPECT_EQ(error.path, dir / "collections.json");
     EXPECT_FALSE(fs::exists(dir / "widgets.json"));
 }
 

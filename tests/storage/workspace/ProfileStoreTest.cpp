@@ -2,6 +2,7 @@
 #include "CorvaneStorage/storage/DataFileError.hpp"
 #include "CorvaneStorage/workspace/ProfileStore.hpp"
 #include "fakes/TemporaryDirectory.hpp"
+#include "fakes/Thrown.hpp"
 
 #include <gtest/gtest.h>
 
@@ -45,13 +46,9 @@ TEST(ProfileStore, UpdateKeepsOrderDeleteClearsTheActiveOneAndUnknownIdsFail) {
     EXPECT_EQ(store.file().profiles[0].name, "A2");
     EXPECT_EQ(store.file().profiles[1], b);
     auto stranger = named("X");
-    try {
-        store.update(stranger);
-        FAIL();
-    } catch (const DockError& error) {
-        EXPECT_EQ(error, DockError::profileNotFound(stranger.id.string()));
-        EXPECT_EQ(error.errorDescription(), "Failed to find profile with id " + stranger.id.string());
-    }
+    auto error = thrown<DockError>([&] { store.update(stranger); }).value();
+    EXPECT_EQ(error, DockError::profileNotFound(stranger.id.string()));
+    EXPECT_EQ(error.errorDescription(), "Failed to find profile with id " + stranger.id.string());
 
     store.setActive(b.id);
     store.remove(a.id);
@@ -117,12 +114,7 @@ TEST(ProfileStore, DamagedFileFailsToOpenNamingFileAndKeyAndStaysUntouched) {
     auto path = dir / "profiles.json";
     const std::string damaged = R"({"version": 2, "profiles": [{"id": "x"}]})";
     writeText(path, damaged);
-    try {
-        ProfileStore store(path);
-        FAIL();
-    } catch (const DataFileError& error) {
-        EXPECT_EQ(std::string(error.what()),
-                  "cannot decode " + path.string() + ": profiles[0]: No value associated with key \"items\".");
-    }
+    EXPECT_EQ(std::string(thrown<DataFileError>([&] { ProfileStore{path}; }).value().what()),
+              "cannot decode " + path.string() + ": profiles[0]: No value associated with key \"items\".");
     EXPECT_EQ(readText(path), damaged);
 }

@@ -6,6 +6,7 @@
 #include "fakes/ScriptedDockReloader.hpp"
 #include "fakes/TemporaryDirectory.hpp"
 #include "platform/posix/PlistFileBackend.hpp"
+#include "fakes/Thrown.hpp"
 
 #include <gtest/gtest.h>
 
@@ -81,12 +82,7 @@ TEST_F(Switching, AFailedSwapKeepsTheOldWorkspaceActiveAndUndoRestoresTheOldDock
     switcher.switchTo(play.id);
     auto before = dock.tiles;
     reloader.onReload = [&] { dock.tiles = before; }; // the Dock writes its old layout back, twice
-    try {
-        switcher.switchTo(work.id);
-        FAIL();
-    } catch (const DockError& error) {
-        EXPECT_EQ(error.kind, DockError::Kind::dockReloadFailed);
-    }
+    EXPECT_EQ(thrown<DockError>([&] { switcher.switchTo(work.id); }).value().kind, DockError::Kind::dockReloadFailed);
     EXPECT_EQ(store.file().activeProfileId, play.id);
     reloader.onReload = nullptr;
 
@@ -99,19 +95,11 @@ TEST_F(Switching, AFailedSwapKeepsTheOldWorkspaceActiveAndUndoRestoresTheOldDock
 
 TEST_F(Switching, UnknownWorkspaceAndMissingBackupsFailWithTheirMessages) {
     auto stranger = Uuid::generate();
-    try {
-        switcher.switchTo(stranger);
-        FAIL();
-    } catch (const DockError& error) {
-        EXPECT_EQ(error.errorDescription(), "Failed to find profile with id " + stranger.string());
-    }
+    EXPECT_EQ(thrown<DockError>([&] { switcher.switchTo(stranger); }).value().errorDescription(),
+              "Failed to find profile with id " + stranger.string());
     EXPECT_THROW(switcher.activate(stranger), DockError);
-    try {
-        switcher.undoLastChange();
-        FAIL();
-    } catch (const DockError& error) {
-        EXPECT_EQ(error.errorDescription(), "Cannot undo because there is no Dock backup yet");
-    }
+    EXPECT_EQ(thrown<DockError>([&] { switcher.undoLastChange(); }).value().errorDescription(),
+              "Cannot undo because there is no Dock backup yet");
 }
 
 TEST_F(Switching, ActivateLeavesTheDockAlone) {
