@@ -1,41 +1,10 @@
-#include "CorvaneApp/render/BarLayout.hpp"
-#include "CorvaneApp/render/BarRenderer.hpp"
-#include "CorvaneApp/render/WorkspaceBarScene.hpp"
-#include "CorvaneCore/looks/RGBColor.hpp"
+#include "app/render/Pixels.hpp"
 
 #include <gtest/gtest.h>
-
-#include <cmath>
 
 using namespace corvane;
 
 namespace {
-
-struct Pixel {
-    double red = 0, green = 0, blue = 0, alpha = 0;
-};
-
-// Cairo keeps premultiplied alpha; the colour is taken back out of it.
-Pixel pixelAt(const BarImage& image, double x, double y) {
-    auto px = static_cast<int>(std::floor(x)), py = static_cast<int>(std::floor(y));
-    EXPECT_TRUE(px >= 0 && py >= 0 && px < image.width && py < image.height) << x << ", " << y;
-    std::uint32_t value = image.pixels[static_cast<std::size_t>(py) * image.width + px];
-    double a = ((value >> 24) & 0xff) / 255.0;
-    if (a == 0) return {};
-    return {((value >> 16) & 0xff) / 255.0 / a, ((value >> 8) & 0xff) / 255.0 / a, (value & 0xff) / 255.0 / a, a};
-}
-
-void expectColor(const Pixel& pixel, RGBColor color, double alpha, const char* where, double tolerance = 0.03) {
-    EXPECT_NEAR(pixel.red, color.red, tolerance) << where;
-    EXPECT_NEAR(pixel.green, color.green, tolerance) << where;
-    EXPECT_NEAR(pixel.blue, color.blue, tolerance) << where;
-    EXPECT_NEAR(pixel.alpha, alpha, 0.02) << where;
-}
-
-BarScene sceneOf(std::vector<BarTile> tiles, const DockStyle& style = {}) {
-    DockAppearance dock;
-    return makeBarScene(std::move(tiles), style, style.applied(dock), nullptr);
-}
 
 std::vector<BarTile> apps(int count) {
     std::vector<BarTile> tiles(static_cast<std::size_t>(count));
@@ -70,12 +39,10 @@ TEST(BarRenderer, ThemeBackgroundsFillTheBarWithTheirColours) {
     auto probe = [](const char* themeID, double share) {
         DockStyle style;
         style.themeID = themeID;
-        auto scene = sceneOf(apps(4), style);
-        BarLayout layout(scene);
-        auto frame = layout.frame(DockLens{});
-        auto image = rasterizeBar(scene, layout, frame, {});
+        Drawing bar(sceneOf(apps(4), style));
+        const auto& frame = bar.frame;
         double x = (frame.tiles[1].resting.maxX() + frame.tiles[2].resting.minX()) / 2;
-        return std::pair{pixelAt(image, x, frame.bar.y + share * frame.bar.height), frame.bar};
+        return std::pair{pixelAt(bar.image, x, frame.bar.y + share * frame.bar.height), frame.bar};
     };
     auto [frosted, midnightBar] = probe("midnight", 0.6);
     expectColor(frosted, RGBColor::fromHex("#0B1020"), 0.55, "midnight");
@@ -104,15 +71,13 @@ TEST(BarRenderer, TheTileUnderThePointerIsDrawnLargerThanItsNeighbours) {
         for (auto& tile : tiles) tile.label.clear(); // no name label over the icons
         auto scene = sceneOf(tiles, style);
         scene.theme = bare();
-        BarLayout layout(scene);
-        auto frame = layout.frame(lensAt(layout.centers()[3]));
-        auto image = rasterizeBar(scene, layout, frame, {});
-        int hovered = topOfInk(image, frame.tiles[3].drawn.midX());
+        Drawing bar(scene, lensAt(BarLayout(scene).centers()[3]));
+        int hovered = topOfInk(bar.image, bar.frame.tiles[3].drawn.midX());
         for (std::size_t i : {1, 2, 4, 5})
-            EXPECT_LT(hovered + 4, topOfInk(image, frame.tiles[i].drawn.midX()))
+            EXPECT_LT(hovered + 4, topOfInk(bar.image, bar.frame.tiles[i].drawn.midX()))
                 << rawValue(effect) << " tile " << i;
         // Every tile still stands on the same base line.
-        EXPECT_DOUBLE_EQ(frame.tiles[3].drawn.maxY(), frame.tiles[0].drawn.maxY());
+        EXPECT_DOUBLE_EQ(bar.frame.tiles[3].drawn.maxY(), bar.frame.tiles[0].drawn.maxY());
     }
 }
 
@@ -124,9 +89,7 @@ TEST(BarRenderer, TheIndicatorSitsBetweenARunningAppAndTheScreenEdge) {
         tiles[1].isRunning = true;
         auto scene = sceneOf(tiles, style);
         scene.indicatorHex = "#FF0000";
-        BarLayout layout(scene);
-        auto frame = layout.frame(DockLens{});
-        auto image = rasterizeBar(scene, layout, frame, {});
+        Drawing bar(scene);
         // Halfway through the padding between each icon and the edge the bar stands on.
         double gap = scene.metrics.verticalPadding / 2;
         auto markOf = [&](const Rect& r) {
@@ -137,9 +100,9 @@ TEST(BarRenderer, TheIndicatorSitsBetweenARunningAppAndTheScreenEdge) {
             }
             return Point{r.midX(), r.maxY() + gap};
         };
-        auto running = markOf(frame.tiles[1].resting), idle = markOf(frame.tiles[2].resting);
-        expectColor(pixelAt(image, running.x, running.y), {1, 0, 0}, 1, rawValue(position).data());
-        auto background = pixelAt(image, idle.x, idle.y);
+        auto running = markOf(bar.frame.tiles[1].resting), idle = markOf(bar.frame.tiles[2].resting);
+        expectColor(pixelAt(bar.image, running.x, running.y), {1, 0, 0}, 1, rawValue(position).data());
+        auto background = pixelAt(bar.image, idle.x, idle.y);
         EXPECT_FALSE(background.red > 0.9 && background.green < 0.1) << rawValue(position);
     }
 }
@@ -179,15 +142,13 @@ TEST(BarRenderer, AnImageIsDrawnInPlaceOfThePlaceholder) {
     tiles[1].image = blue;
     auto scene = sceneOf(tiles);
     scene.theme = bare();
-    BarLayout layout(scene);
-    auto frame = layout.frame(DockLens{});
-    auto image = rasterizeBar(scene, layout, frame, {});
-    const auto& r = frame.tiles[1].drawn;
-    expectColor(pixelAt(image, r.midX(), r.midY()), {0, 0, 1}, 1, "image");
+    Drawing bar(scene);
+    const auto& r = bar.frame.tiles[1].drawn;
+    expectColor(pixelAt(bar.image, r.midX(), r.midY()), {0, 0, 1}, 1, "image");
     // The image fills its whole tile, while a placeholder leaves air around its body.
-    expectColor(pixelAt(image, r.minX() + 2, r.minY() + 2), {0, 0, 1}, 1, "image corner");
-    const auto& placeholder = frame.tiles[0].drawn;
-    EXPECT_EQ(pixelAt(image, placeholder.minX() + 2, placeholder.minY() + 2).alpha, 0);
+    expectColor(pixelAt(bar.image, r.minX() + 2, r.minY() + 2), {0, 0, 1}, 1, "image corner");
+    const auto& placeholder = bar.frame.tiles[0].drawn;
+    EXPECT_EQ(pixelAt(bar.image, placeholder.minX() + 2, placeholder.minY() + 2).alpha, 0);
 }
 
 TEST(BarLayout, SideBarsHoldTheirEdgeAndOnlyTheHoveredTileGrows) {
@@ -239,10 +200,7 @@ int differingPixels(const BarImage& a, const BarImage& b) {
     return count;
 }
 
-BarImage draw(const BarScene& scene, double seconds = 0) {
-    BarLayout layout(scene);
-    return rasterizeBar(scene, layout, layout.frame(DockLens{}), {.seconds = seconds});
-}
+BarImage draw(const BarScene& scene, double seconds = 0) { return Drawing(scene, {}, seconds).image; }
 
 BarScene themed(const std::string& id, const DockThemeCustomization& customization = {}) {
     DockStyle style;
@@ -280,11 +238,9 @@ TEST(BarRenderer, ThemeCustomizationsReachTheDrawing) {
     }
 
     // The glow lies outside the bar, in its colour.
-    auto neon = themed("neon");
-    BarLayout layout(neon);
-    auto frame = layout.frame(DockLens{});
-    auto image = rasterizeBar(neon, layout, frame, {});
-    auto halo = pixelAt(image, frame.bar.midX() + 0.5, frame.bar.minY() - 3);
+    Drawing neon(themed("neon"));
+    const auto& frame = neon.frame;
+    auto halo = pixelAt(neon.image, frame.bar.midX() + 0.5, frame.bar.minY() - 3);
     EXPECT_GT(halo.alpha, 0.05);
     EXPECT_GT(halo.blue, 0.8);
     EXPECT_LT(halo.red, 0.2);
@@ -309,9 +265,9 @@ TEST(BarRenderer, TilesShowTheirOwnMarks) {
     auto scene = sceneOf(tiles);
     scene.theme = DockTheme::named("paper");
     scene.theme.separatorHex = "#0000FF";
-    BarLayout layout(scene);
-    auto frame = layout.frame(DockLens{});
-    auto image = rasterizeBar(scene, layout, frame, {});
+    Drawing bar(scene);
+    const auto& frame = bar.frame;
+    const auto& image = bar.image;
 
     // The folder's badge sits at its lower right in the badge colour, around a white letter.
     const auto& folder = frame.tiles[0].drawn;

@@ -1,17 +1,13 @@
 #include "CorvaneApp/looks/IconOverrides.hpp"
 #include "CorvaneApp/render/BarIcons.hpp"
-#include "CorvaneApp/render/BarLayout.hpp"
-#include "CorvaneApp/render/BarRenderer.hpp"
 #include "CorvaneApp/render/WorkspaceBarScene.hpp"
-#include "CorvaneCore/bar/TrashFolders.hpp"
+#include "app/render/Pixels.hpp"
 #include "CorvaneCore/widgets/DockSlot.hpp"
-#include "fakes/FakeMountedVolumes.hpp"
 #include "fakes/TemporaryDirectory.hpp"
 
 #include <cairo.h>
 #include <gtest/gtest.h>
 
-#include <cmath>
 
 using namespace corvane;
 
@@ -39,27 +35,10 @@ void writeSquarePNG(const std::filesystem::path& file, double red, double green,
     cairo_surface_destroy(surface);
 }
 
-// Red, green and blue of a pixel, with the alpha taken back out.
-std::array<double, 3> colorAt(const BarImage& image, const Rect& tile) {
-    auto x = static_cast<int>(std::floor(tile.midX())), y = static_cast<int>(std::floor(tile.midY()));
-    std::uint32_t value = image.pixels[static_cast<std::size_t>(y) * image.width + x];
-    double a = ((value >> 24) & 0xff) / 255.0;
-    if (a == 0) return {0, 0, 0};
-    return {((value >> 16) & 0xff) / 255.0 / a, ((value >> 8) & 0xff) / 255.0 / a, (value & 0xff) / 255.0 / a};
-}
-
-struct Drawing {
-    BarFrame frame;
-    BarImage image;
-};
-
 Drawing draw(std::vector<BarTile> tiles) {
     DockStyle style;
     style.themeID = "floating";
-    auto scene = makeBarScene(std::move(tiles), style, style.applied(DockAppearance{}), nullptr);
-    BarLayout layout(scene);
-    auto frame = layout.frame(DockLens{});
-    return {frame, rasterizeBar(scene, layout, frame, {})};
+    return Drawing(sceneOf(std::move(tiles), style));
 }
 
 } // namespace
@@ -133,6 +112,8 @@ TEST(WorkspaceBarScene, TheLayoutsTilesAreDrawnWithTheirRunningStateAndDocuments
     WorkspaceDockLayout bare({.running = running});
     EXPECT_EQ(kindsOf(workspaceBarTiles(bare, sources)),
               (std::vector<Kind>{Kind::app, Kind::app, Kind::app, Kind::separator, Kind::trash}));
+    sources.trashIsFull = false;
+    EXPECT_FALSE(workspaceBarTiles(bare, sources).back().isFull);
     style.showsRunningApps = false;
     style.showsTrash = false;
     EXPECT_EQ(kindsOf(workspaceBarTiles(bare, sources)), (std::vector<Kind>{Kind::app}));
@@ -183,47 +164,16 @@ TEST(WorkspaceBarScene, AnIconPacksImageIsDrawnForTheAppItMatches) {
         return draw(workspaceBarTiles(layout, {.widgets = widgets, .style = style, .icons = std::move(icons)}));
     };
 
+    auto centre = [](const Drawing& bar, std::size_t tile) {
+        const auto& r = bar.frame.tiles[tile].drawn;
+        return pixelAt(bar.image, r.midX(), r.midY());
+    };
     auto chosen = drawn(barIcons(overrides));
-    auto safari = colorAt(chosen.image, chosen.frame.tiles[1].drawn);
-    EXPECT_NEAR(safari[0], 1, 0.02);
-    EXPECT_NEAR(safari[1] + safari[2], 0, 0.02);
+    expectColor(centre(chosen, 1), {1, 0, 0}, 1, "Safari from the pack", 0.02);
     // The pack has nothing for Notes: its placeholder is drawn, in no colour of the pack.
-    auto notes = colorAt(chosen.image, chosen.frame.tiles[2].drawn);
-    EXPECT_LT(notes[0] - notes[2], 0.5);
+    auto notes = centre(chosen, 2);
+    EXPECT_LT(notes.red - notes.blue, 0.5);
 
     // A pack named for the picture stands in for the user's choice.
-    auto previewed = drawn(barIcons(overrides, overrides.pack("Flat")));
-    auto blue = colorAt(previewed.image, previewed.frame.tiles[1].drawn);
-    EXPECT_NEAR(blue[2], 1, 0.02);
-    EXPECT_NEAR(blue[0], 0, 0.02);
-}
-
-TEST(WorkspaceBarScene, ATrashWithSomethingOnAnyVolumeIsDrawnFull) {
-    TemporaryDirectory home, volume;
-    std::filesystem::create_directories(home / ".Trash");
-    FakeMountedVolumes volumes;
-    volumes.mounted = {{volume.path(), false}};
-    auto folders = TrashFolders::all(home / ".Trash", volumes, 501);
-    WorkspaceDockLayout layout;
-    WidgetsFile widgets;
-    DockStyle style;
-    auto trashTiles = [&] {
-        return workspaceBarTiles(layout, {.widgets = widgets, .style = style, .trashIsFull = TrashFolders::isFull(folders)});
-    };
-
-    auto empty = draw(trashTiles());
-    writeText(volume / ".Trashes/501/old draft.txt", "gone");
-    auto full = draw(trashTiles());
-    ASSERT_TRUE(full.image.width == empty.image.width && full.image.height == empty.image.height);
-    EXPECT_TRUE(trashTiles().back().isFull);
-
-    // Paper shows above a full Trash's rim, where an empty one shows the bar.
-    const auto& tile = full.frame.tiles.back().drawn;
-    int differing = 0;
-    for (int y = static_cast<int>(tile.minY()); y < static_cast<int>(tile.minY() + tile.height * 0.2); ++y)
-        for (int x = static_cast<int>(tile.minX()); x < static_cast<int>(tile.maxX()); ++x) {
-            auto at = static_cast<std::size_t>(y) * full.image.width + x;
-            differing += full.image.pixels[at] != empty.image.pixels[at];
-        }
-    EXPECT_GT(differing, 20);
+    expectColor(centre(drawn(barIcons(overrides, overrides.pack("Flat"))), 1), {0, 0, 1}, 1, "previewed pack", 0.02);
 }
