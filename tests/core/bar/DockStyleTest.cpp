@@ -14,26 +14,25 @@ TEST(DockStyleCoding, MissingKeysTakeDefaultsAndEverythingRoundTrips) {
     EXPECT_EQ(dockStyleFromText("{}"), DockStyle::defaultStyle());
     EXPECT_EQ(dockStyleFromText("not json"), DockStyle::defaultStyle());
 
-    DockStyle style;
-    style.hoverEffect = HoverEffect::magnify;
-    style.hoverScale = 1.3;
-    style.launchAnimation = LaunchAnimation::shake;
-    style.indicatorStyle = IndicatorStyle::dash;
-    style.indicatorColorHex = "#FF0000";
-    style.iconSize = 56;
-    style.bottomSpace = 8;
-    style.position = DockPosition::right;
-    style.showsTrash = false;
-    style.trashIcon = TrashIcon::recycle;
-    style.showsDownloads = false;
-    style.showsRunningApps = false;
-    style.showsLauncher = true;
-    style.windowPreviews = {false, 1.2, true};
-    style.dropZone = {false, true};
-    style.savesEnergy = true;
-    style.themeID = "christmas";
-    style.themeCustomizations["christmas"] = {.showsLights = false};
-    style.indicatorFollowsWorkspace = false;
+    const DockStyle style{.hoverEffect = HoverEffect::magnify,
+                          .hoverScale = 1.3,
+                          .launchAnimation = LaunchAnimation::shake,
+                          .indicatorStyle = IndicatorStyle::dash,
+                          .indicatorColorHex = "#FF0000",
+                          .iconSize = 56,
+                          .bottomSpace = 8,
+                          .position = DockPosition::right,
+                          .showsTrash = false,
+                          .trashIcon = TrashIcon::recycle,
+                          .showsDownloads = false,
+                          .showsRunningApps = false,
+                          .showsLauncher = true,
+                          .windowPreviews = {false, 1.2, true},
+                          .dropZone = {false, true},
+                          .savesEnergy = true,
+                          .themeID = "christmas",
+                          .themeCustomizations = {{"christmas", {.showsLights = false}}},
+                          .indicatorFollowsWorkspace = false};
     EXPECT_EQ(dockStyleFromText(dockStyleText(style)), style);
 
     auto json = encodeDockStyle(DockStyle::defaultStyle());

@@ -132,49 +132,28 @@ TEST(DockWidgetCoding, EveryKindRoundTripsAndEmptySettingsReadAsDefaults) {
 }
 
 TEST(DockWidgetCoding, SettingsRecordsKeepEveryFieldThroughTheFile) {
-    PetSettings pet;
-    pet.species = PetSpecies::warriorGirl;
-    pet.coatID = "ember";
-    pet.follows = PetMetric::memory;
-    pet.range = PetRange::dock;
-    pet.size = PetSize::large;
-    pet.showsReading = true;
-    pet.staysWhenDockHides = true;
-
-    ColourPickerSettings picker;
-    picker.format = ColourFormat::cssVariable;
-    picker.copiesOnPick = false;
-    picker.historyLimit = 40;
-    picker.hotkey = Hotkey{8, HotkeyModifiers{HotkeyModifiers::command | HotkeyModifiers::shift}};
-
-    BookmarkSettings bookmarks;
-    bookmarks.links = {{Uuid::generate(), "https://example.org", "Example"}, {Uuid::generate(), "x.org", {}}};
-    bookmarks.browserBundleIdentifier = "org.mozilla.firefox";
-
-    FilesSettings files;
-    files.folderPath = "/Users/me/Inbox";
-    files.seenAt = Date{7.25e8};
-    files.click = FileClick::reveal;
-
-    CalendarSettings calendar;
-    calendar.calendars.accountIDs = {"a"};
-    calendar.calendars.calendarIDs = {"b", "c"};
-    calendar.style = CalendarTileStyle::nextEvent;
-
-    ClaudeUsageSettings usage;
-    usage.budget = 25'000'000'000;
-    usage.shows = ClaudeUsageShows::weeklyLimit;
-
-    ShelfSettings shelf;
-    shelf.shelf.paths = {"/Users/me/Desktop/a.pdf", "/Users/me/Desktop/b.png"};
-    shelf.removesOnDragOut = true;
-
-    DockWidget::Collection collection;
-    collection.apps = {AppEntry{"/Applications/Mail.app", "com.apple.mail", "Mail", Bytes{1, 2, 3}}};
-    collection.layout = CollectionLayout::vertical;
-
-    const std::vector<DockWidget::Kind> kinds = {pet,      picker, bookmarks, files,
-                                                 calendar, usage,  shelf,     collection};
+    // Every field off its default, so that a field the coding leaves out shows.
+    const std::vector<DockWidget::Kind> kinds = {
+        PetSettings{.species = PetSpecies::warriorGirl,
+                    .coatID = "ember",
+                    .follows = PetMetric::memory,
+                    .range = PetRange::dock,
+                    .size = PetSize::large,
+                    .showsReading = true,
+                    .staysWhenDockHides = true},
+        ColourPickerSettings{.format = ColourFormat::cssVariable,
+                             .copiesOnPick = false,
+                             .historyLimit = 40,
+                             .hotkey = Hotkey{8, HotkeyModifiers{HotkeyModifiers::command | HotkeyModifiers::shift}}},
+        BookmarkSettings{.links = {{Uuid::generate(), "https://example.org", "Example"}, {Uuid::generate(), "x.org", {}}},
+                         .browserBundleIdentifier = "org.mozilla.firefox"},
+        FilesSettings{.folderPath = "/Users/me/Inbox", .click = FileClick::reveal, .seenAt = Date{7.25e8}},
+        CalendarSettings{.style = CalendarTileStyle::nextEvent, .calendars = {.accountIDs = {"a"}, .calendarIDs = {"b", "c"}}},
+        ClaudeUsageSettings{.shows = ClaudeUsageShows::weeklyLimit, .budget = 25'000'000'000},
+        ShelfSettings{.shelf = {.paths = {"/Users/me/Desktop/a.pdf", "/Users/me/Desktop/b.png"}}, .removesOnDragOut = true},
+        DockWidget::Collection{.apps = {AppEntry{"/Applications/Mail.app", "com.apple.mail", "Mail", Bytes{1, 2, 3}}},
+                               .layout = CollectionLayout::vertical},
+    };
     for (const auto& kind : kinds) {
         DockWidget widget(Uuid::generate(), "W", {}, kind);
         auto text = prettyJson(encodeDockWidget(widget));
