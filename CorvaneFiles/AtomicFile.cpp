@@ -8,9 +8,7 @@
 #include <cstddef>
 #include <cstring>
 #include <fcntl.h>
-#include <fstream>
 #include <sys/stat.h>
-#include <sstream>
 #include <unistd.h>
 
 #include <random>
@@ -88,17 +86,34 @@ bool writeAll(int fd, std::string_view contents) {
 } // namespace
 
 std::optional<std::string> readFileIfExists(const fs::path& path) {
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream) {
-        std::error_code ec;
-        if (!fs::exists(path, ec)) return std::nullopt;
+    // Whether the file exists is the answer of the open itself: asking again afterwards could see a
+    // file another process renamed into place meanwhile, and take a missing file for a failed read.
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) {
+        if (errno == ENOENT || errno == ENOTDIR) return std::nullopt;
         throw DataFileError(DataFileError::Operation::read, path, std::strerror(errno));
     }
-    std::ostringstream contents;
-    contents << stream.rdbuf();
-    if (stream.bad()) throw DataFileError(DataFileError::Operation::read, path, "read error");
-    if (fs::is_directory(path)) throw DataFileError(DataFileError::Operation::read, path, "is a folder");
-    return std::move(contents).str();
+    struct stat info {};
+    if (::fstat(fd, &info) == 0 && S_ISDIR(info.st_mode)) {
+        ::close(fd);
+        throw DataFileError(DataFileError::Operation::read, path, "is a folder");
+    }
+    std::string contents;
+    if (info.st_size > 0) contents.reserve(static_cast<std::size_t>(info.st_size));
+    char buffer[65536];
+    for (;;) {
+        const auto count = ::read(fd, buffer, sizeof buffer);
+        if (count == 0) break;
+        if (count < 0) {
+            if (errno == EINTR) continue;
+            const int error = errno;
+            ::close(fd);
+            throw DataFileError(DataFileError::Operation::read, path, std::strerror(error));
+        }
+        contents.append(buffer, static_cast<std::size_t>(count));
+    }
+    ::close(fd);
+    return contents;
 }
 
 void writeFileAtomically(const fs::path& path, std::string_view contents, unsigned mode, ExistingFileMode existing) {

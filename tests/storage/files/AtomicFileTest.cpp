@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <set>
 #include <sys/stat.h>
 #include <thread>
@@ -130,4 +131,28 @@ TEST(AtomicFile, WritersPublishingUnderOneNameAtOnceEachKeepTheirOwnFile) {
     std::set<std::string> contents;
     for (const auto& entry : fs::directory_iterator(dir.path())) contents.insert(*readFileIfExists(entry.path()));
     EXPECT_EQ(contents.size(), 2u * perWriter);
+}
+
+TEST(AtomicFile, AReadRacingAFileComingAndGoingSeesItWholeOrMissing) {
+    TemporaryDirectory dir;
+    auto path = dir / "widgets.json";
+    std::atomic<bool> done = false;
+    std::thread churn([&] {
+        for (int i = 0; i < 3000; ++i) {
+            writeFileAtomically(path, "whole");
+            fs::remove(path);
+        }
+        done = true;
+    });
+    int failures = 0;
+    while (!done) {
+        try {
+            auto contents = readFileIfExists(path);
+            EXPECT_TRUE(!contents || *contents == "whole");
+        } catch (const DataFileError& error) {
+            if (++failures == 1) ADD_FAILURE() << error.what();
+        }
+    }
+    churn.join();
+    EXPECT_EQ(failures, 0);
 }
