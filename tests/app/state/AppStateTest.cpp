@@ -134,6 +134,9 @@ TEST_F(Launch, AFirstLaunchWithADockSeedsDefaultAndALaterOneKeepsIt) {
     EXPECT_LT(lineOf("AppState init: fileExistedOnLoad=false profiles=0 active=nil"),
               lineOf("seed: created Default profile with 2 items"));
 
+    EXPECT_FALSE(focusMonitor.isRunning()) << "no workspace is bound to a Focus";
+    EXPECT_EQ(focusQueue.pendingCount(), 0u);
+
     clock.advance(60);
     auto& second = start();
     EXPECT_EQ(second.profiles().size(), 1u);
@@ -309,13 +312,6 @@ TEST_F(Launch, FocusAndDesktopChangesBringTheirWorkspaces) {
     EXPECT_EQ(state.activeProfileId(), desk.id);
 }
 
-TEST_F(Launch, WithoutAFocusBindingNoMonitorRuns) {
-    fileHolds({workspace("Home")});
-    start();
-    EXPECT_FALSE(focusMonitor.isRunning());
-    EXPECT_EQ(focusQueue.pendingCount(), 0u);
-}
-
 TEST_F(Launch, LaunchRequestsNeedAValueAndWaitForTheirDelays) {
     EXPECT_EQ(LaunchRequests::parse({"--stack", "/Users/me/Projects", "--page"}), (LaunchRequests{std::nullopt, "/Users/me/Projects", std::nullopt}));
     EXPECT_EQ(LaunchRequests::parse({"--page", "--widget", "timer"}).page, std::nullopt);
@@ -340,7 +336,7 @@ TEST_F(Launch, LaunchRequestsNeedAValueAndWaitForTheirDelays) {
     EXPECT_EQ(opened.size(), 3u) << "requests of a state that is gone are dropped";
 }
 
-TEST_F(Launch, AnotherProcessesWidgetChangesReachThePlaceholdersAndOwnEchoesAreIgnored) {
+TEST_F(Launch, AnotherProcessesWidgetChangesReachThePlaceholdersBrokenFilesAndOwnEchoesDoNot) {
     DockWidget timer(Uuid::generate(), "Timer", std::nullopt, DockWidgetKind(TimerSettings{}));
     WidgetStore(data / "widgets.json").create(timer);
     auto work = WidgetPlacement::setting(timer, true, workspace("Work"), "/Applications/Helper.app");
@@ -359,6 +355,15 @@ TEST_F(Launch, AnotherProcessesWidgetChangesReachThePlaceholdersAndOwnEchoesAreI
     EXPECT_EQ(readText(data / "profiles.json").find("\"Timer\""), std::string::npos);
     EXPECT_EQ(reconciles, 1);
 
+    // A file broken elsewhere, half written, keeps the widgets known so far.
+    const auto whole = readText(data / "widgets.json");
+    writeText(data / "widgets.json", "{ half written");
+    notifier.deliver("dev.tessik.corvane.widgetsChanged");
+    lineOf("widgets file unreadable: ");
+    EXPECT_EQ(placeholderName(), "Tea");
+    EXPECT_NE(state.widgetStore().widget(WidgetAddress::id(timer.id)), nullptr);
+    writeText(data / "widgets.json", whole);
+
     // This process's own save heard back after it was synchronised changes nothing more.
     timer.name = "Kettle";
     state.widgetStore().update(timer);
@@ -374,19 +379,6 @@ TEST_F(Launch, AnotherProcessesWidgetChangesReachThePlaceholdersAndOwnEchoesAreI
     notifier.deliver("dev.tessik.corvane.widgetsChanged");
     EXPECT_EQ(state.profiles()[0].items.size(), 1u) << "the removed widget's placeholder goes";
     EXPECT_EQ(reconciles, 2);
-}
-
-TEST_F(Launch, AWidgetsFileBrokenElsewhereKeepsTheWidgetsKnownSoFar) {
-    DockWidget timer(Uuid::generate(), "Timer", std::nullopt, DockWidgetKind(TimerSettings{}));
-    WidgetStore(data / "widgets.json").create(timer);
-    auto work = WidgetPlacement::setting(timer, true, workspace("Work"), "/Applications/Helper.app");
-    fileHolds({work}, work.id);
-    auto& state = start();
-    writeText(data / "widgets.json", "{ half written");
-    notifier.deliver("dev.tessik.corvane.widgetsChanged");
-    lineOf("widgets file unreadable: ");
-    EXPECT_EQ(state.profiles()[0].items.size(), 2u);
-    EXPECT_NE(state.widgetStore().widget(WidgetAddress::id(timer.id)), nullptr);
 }
 
 TEST_F(Launch, EditRequestsOpenKnownWidgetsOnlyAndStopWithTheState) {
