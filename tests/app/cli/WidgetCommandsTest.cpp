@@ -168,6 +168,8 @@ TEST_F(WidgetTool, WaterAndColours) {
     EXPECT_NE(
         ok({"water"}).find("Today (" + water["day"].get<std::string>() + "): 1250 ml of 2000 ml, 5 glasses"),
         std::string::npos);
+    ok({"water", "add", "750"});
+    EXPECT_NE(ok({"water"}).find("Next glass: none, the goal is reached"), std::string::npos);
 
     EXPECT_EQ(ok({"colour", "hsl", "ffffff"}), "hsl(0, 0%, 100%)\n");
     EXPECT_EQ(ok({"colour", "SWIFTUI", " #808080 "}), "Color(red: 0.502, green: 0.502, blue: 0.502)\n");

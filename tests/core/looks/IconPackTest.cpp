@@ -25,7 +25,7 @@ TEST(IconPack, KeysKeepOnlyLowerCaseLettersAndDigits) {
          {"Visual Studio Code.app", "visual-studio-code", "VisualStudioCode", "VISUAL STUDIO CODE.APP"})
         EXPECT_EQ(IconPack::key(name), "visualstudiocode") << name;
     EXPECT_EQ(IconPack::key("com.apple.Safari"), "comapplesafari");
-    EXPECT_EQ(IconPack::key("Ärger Žlutý ΔΣ.app"), "ärgeržlutýδσ");
+    EXPECT_EQ(IconPack::key("Ärger Žlutý ΔΣ Ĺadné Ŀ.app"), "ärgeržlutýδσĺadnéŀ");
     EXPECT_EQ(IconPack::key("1Password 7"), "1password7");
     EXPECT_EQ(IconPack::key(".app"), "");
     EXPECT_EQ(IconPack::key("🙂"), "");

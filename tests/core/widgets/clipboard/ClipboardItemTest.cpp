@@ -48,7 +48,7 @@ TEST(ClipboardItem, MaskShowsOneBulletPerCharacterBetweenEightAndThirtyTwo) {
 }
 
 TEST(ClipboardItem, PreviewLineFoldsWhiteSpaceAndShortensLongTexts) {
-    ClipboardItem text{.text = "  first line\n\n\tsecond   line  "};
+    ClipboardItem text{.text = "\u2003 first line\n\n\tsecond\u2028  line \u3000"};
     EXPECT_EQ(text.previewLine(), "first line second line");
     text.text = std::string(150, 'a');
     EXPECT_EQ(text.previewLine(), std::string(100, 'a') + "\u2026");
