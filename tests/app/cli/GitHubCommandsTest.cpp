@@ -58,6 +58,8 @@ TEST(GitHubCommands, ShowsPullRequestsThroughGhWithItsOwnEnvironment) {
     // Nothing of the caller's environment reaches gh, its token least of all.
     EXPECT_EQ(readText(h.home / "ran"), h.home.path().string() + "|/usr/bin:/bin:/usr/sbin:/sbin|unset\n");
 
+    EXPECT_NE(h.run({"github"}).out.find("\n  issue    acme/api #101  "), std::string::npos) << "no limit";
+
     auto json = h.run({"github", "--shows", "waitingOnYou", "--repo", "acme/api", "--limit", "0", "--json"});
     ASSERT_EQ(json.status, 0) << json.err;
     EXPECT_NE(json.out.find("\"number\": 42"), std::string::npos);
