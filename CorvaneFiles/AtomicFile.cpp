@@ -93,27 +93,25 @@ std::optional<std::string> readFileIfExists(const fs::path& path) {
         if (errno == ENOENT || errno == ENOTDIR) return std::nullopt;
         throw DataFileError(DataFileError::Operation::read, path, std::strerror(errno));
     }
+    struct Closer {
+        int fd;
+        ~Closer() { ::close(fd); }
+    } closer{fd};
     struct stat info {};
-    if (::fstat(fd, &info) == 0 && S_ISDIR(info.st_mode)) {
-        ::close(fd);
+    if (::fstat(fd, &info) == 0 && S_ISDIR(info.st_mode))
         throw DataFileError(DataFileError::Operation::read, path, "is a folder");
-    }
     std::string contents;
     if (info.st_size > 0) contents.reserve(static_cast<std::size_t>(info.st_size));
     char buffer[65536];
     for (;;) {
         const auto count = ::read(fd, buffer, sizeof buffer);
-        if (count == 0) break;
-        if (count < 0) {
-            if (errno == EINTR) continue;
-            const int error = errno;
-            ::close(fd);
-            throw DataFileError(DataFileError::Operation::read, path, std::strerror(error));
+        if (count == 0) return contents;
+        if (count > 0) {
+            contents.append(buffer, static_cast<std::size_t>(count));
+        } else if (errno != EINTR) {
+            throw DataFileError(DataFileError::Operation::read, path, std::strerror(errno));
         }
-        contents.append(buffer, static_cast<std::size_t>(count));
     }
-    ::close(fd);
-    return contents;
 }
 
 void writeFileAtomically(const fs::path& path, std::string_view contents, unsigned mode, ExistingFileMode existing) {
