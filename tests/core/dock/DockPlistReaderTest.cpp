@@ -3,6 +3,7 @@
 #include "core/dock/DockFixtures.hpp"
 #include "fakes/InMemoryDockBackend.hpp"
 #include "fakes/ManualClock.hpp"
+#include "fakes/Thrown.hpp"
 
 #include <gtest/gtest.h>
 
@@ -20,13 +21,7 @@ protected:
     DockSnapshot read() { return DockPlistReader(backend, clock).read(); }
 
     DockError readError() {
-        try {
-            read();
-        } catch (const DockError& error) {
-            return error;
-        }
-        ADD_FAILURE() << "read did not fail";
-        return DockError::noBackupAvailable();
+        return thrown<DockError>([&] { read(); }).value_or(DockError::noBackupAvailable());
     }
 
     InMemoryDockBackend backend;

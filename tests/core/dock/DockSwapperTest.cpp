@@ -4,6 +4,7 @@
 #include "fakes/InMemoryDockBackend.hpp"
 #include "fakes/ManualClock.hpp"
 #include "fakes/ScriptedDockReloader.hpp"
+#include "fakes/Thrown.hpp"
 
 #include <gtest/gtest.h>
 
@@ -47,12 +48,8 @@ TEST_F(DockSwapperTest, ADockThatRestoresItsOldItemsOnceIsWrittenAgain) {
 
 TEST_F(DockSwapperTest, ADockThatKeepsItsOldItemsFailsAfterTheRetry) {
     reloader.onReload = [&] { backend.tiles = oldTiles; };
-    try {
-        swapper.swap(target);
-        FAIL() << "swap succeeded";
-    } catch (const DockError& error) {
-        EXPECT_EQ(error.errorDescription(), "Failed to reload dock because the Dock kept its previous items; try again");
-    }
+    EXPECT_EQ(thrown<DockError>([&] { swapper.swap(target); }).value().errorDescription(),
+              "Failed to reload dock because the Dock kept its previous items; try again");
     EXPECT_EQ(backend.writeCount, 2);
 }
 

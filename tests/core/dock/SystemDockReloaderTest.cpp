@@ -3,6 +3,7 @@
 #include "fakes/FakeProcessTable.hpp"
 #include "fakes/ManualSleeper.hpp"
 #include "fakes/ScriptedProcessRunner.hpp"
+#include "fakes/Thrown.hpp"
 
 #include <gtest/gtest.h>
 
@@ -12,14 +13,9 @@ namespace {
 class SystemDockReloaderTest : public ::testing::Test {
 protected:
     std::string reloadFailure() {
-        try {
-            reloader.reload();
-        } catch (const DockError& error) {
-            EXPECT_EQ(error.kind, DockError::Kind::dockReloadFailed);
-            return error.errorDescription();
-        }
-        ADD_FAILURE() << "reload did not fail";
-        return {};
+        auto error = thrown<DockError>([&] { reloader.reload(); }).value_or(DockError::noBackupAvailable());
+        EXPECT_EQ(error.kind, DockError::Kind::dockReloadFailed);
+        return error.errorDescription();
     }
 
     ManualClock clock{Date{1000}};

@@ -3,6 +3,7 @@
 #include "CorvaneCore/support/JsonCoding.hpp"
 #include "CorvaneCore/widgets/DockSlot.hpp"
 #include "fakes/TemporaryDirectory.hpp"
+#include "fakes/Thrown.hpp"
 
 #include <gtest/gtest.h>
 
@@ -105,12 +106,8 @@ TEST(DockWidgetCoding, KindsThatCannotBeReadFailWithTheirReason) {
          "Expected to decode Double but found a string instead."},
     };
     for (const auto& c : cases) {
-        try {
-            widgetWithKind(c.kind);
-            ADD_FAILURE() << c.kind;
-        } catch (const DecodingError& error) {
-            EXPECT_EQ(error.description, c.description) << c.kind;
-        }
+        SCOPED_TRACE(c.kind);
+        EXPECT_EQ(thrown<DecodingError>([&] { widgetWithKind(c.kind); }).value().description, c.description);
     }
 }
 

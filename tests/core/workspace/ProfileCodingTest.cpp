@@ -2,6 +2,7 @@
 #include "CorvaneCore/support/JsonCoding.hpp"
 #include "CorvaneCore/support/Text.hpp"
 #include "CorvaneCore/workspace/ProfileCoding.hpp"
+#include "fakes/Thrown.hpp"
 
 #include <gtest/gtest.h>
 
@@ -19,13 +20,8 @@ std::string workspace(const std::string& extraKeys, const std::string& items = "
 Profile loadOne(const std::string& text) { return profilesFileFromText(text).profiles.at(0); }
 
 DecodingError decodingError(const std::string& text) {
-    try {
-        profilesFileFromText(text);
-    } catch (const DecodingError& error) {
-        return error;
-    }
-    ADD_FAILURE() << "decoded without error: " << text;
-    return DecodingError(DecodingError::Kind::dataCorrupted, "", "");
+    return thrown<DecodingError>([&] { profilesFileFromText(text); })
+        .value_or(DecodingError(DecodingError::Kind::dataCorrupted, "", ""));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "CorvaneWidgetsUI/usage/ClaudeUsageBridge.hpp"
 #include "fakes/RunProgram.hpp"
 #include "widgetsui/usage/TranscriptFixtures.hpp"
+#include "fakes/Thrown.hpp"
 
 #include <gtest/gtest.h>
 
@@ -75,13 +76,9 @@ TEST(ClaudeUsageBridge, ConnectingTwiceChainsNothingAndDisconnectThenRemovesTheS
 TEST(ClaudeUsageBridge, RefusalsSayWhyAndChangeNothing) {
     TemporaryDirectory bare;
     ClaudeUsageBridge noClaude(bare.path(), bare / "support");
-    try {
-        noClaude.connect();
-        FAIL();
-    } catch (const ClaudeUsageBridge::BridgeError& error) {
-        EXPECT_EQ(error.kind, ClaudeUsageBridge::BridgeError::Kind::noClaudeFolder);
-        EXPECT_STREQ(error.what(), "Failed to find ~/.claude because Claude Code has not run here.");
-    }
+    auto refused = thrown<ClaudeUsageBridge::BridgeError>([&] { noClaude.connect(); }).value();
+    EXPECT_EQ(refused.kind, ClaudeUsageBridge::BridgeError::Kind::noClaudeFolder);
+    EXPECT_STREQ(refused.what(), "Failed to find ~/.claude because Claude Code has not run here.");
     EXPECT_FALSE(std::filesystem::exists(bare / "support"));
 
     Bridge b;
@@ -91,12 +88,8 @@ TEST(ClaudeUsageBridge, RefusalsSayWhyAndChangeNothing) {
         EXPECT_EQ(readText(b.bridge.settingsURL()), broken);
         EXPECT_FALSE(std::filesystem::exists(b.bridge.scriptURL()));
     }
-    try {
-        b.bridge.disconnect();
-        FAIL();
-    } catch (const ClaudeUsageBridge::BridgeError& error) {
-        EXPECT_STREQ(error.what(), "Failed to disconnect because the status line is not Corvane's.");
-    }
+    EXPECT_STREQ(thrown<ClaudeUsageBridge::BridgeError>([&] { b.bridge.disconnect(); }).value().what(),
+                 "Failed to disconnect because the status line is not Corvane's.");
 
     // Someone pointed the status line elsewhere by hand: it is theirs now.
     writeText(b.bridge.settingsURL(), "{}");
