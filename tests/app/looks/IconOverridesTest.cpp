@@ -1,3 +1,4 @@
+#include "CorvaneApp/looks/AppBundle.hpp"
 #include "CorvaneApp/looks/IconOverrides.hpp"
 
 #include "fakes/TemporaryDirectory.hpp"
@@ -144,4 +145,11 @@ TEST(IconOverrides, CustomIconsWinAndSurviveAReload) {
     EXPECT_TRUE(std::filesystem::is_empty(installation.data / "CustomIcons"));
     IconOverrides again(installation.data);
     EXPECT_FALSE(again.image(installation.tool));
+}
+
+TEST(AppBundle, TheNameDropsOnlyAnAppExtension) {
+    EXPECT_EQ(AppBundle::read("/Applications/Safari.app").name, "Safari");
+    EXPECT_EQ(AppBundle::read("/Applications/Tool.APP").name, "Tool");
+    EXPECT_EQ(AppBundle::read("/usr/local/bin/ripgrep").name, "ripgrep");
+    EXPECT_EQ(AppBundle::read("/Volumes/x/.app").name, ".app");
 }

@@ -6,6 +6,7 @@
 #include "CorvaneCore/dock/DockPlistWriter.hpp"
 #include "CorvaneCore/dock/NoOpDockReloader.hpp"
 #include "CorvaneCore/widgets/WidgetPlacement.hpp"
+#include "CorvaneCore/workspace/ProfileTransfer.hpp"
 #include "CorvaneStorage/widgets/WidgetStore.hpp"
 #include "fakes/CapturingLog.hpp"
 #include "fakes/FakeDesktopServer.hpp"
@@ -250,6 +251,11 @@ TEST_F(Launch, ActionsTurnFailuresIntoLastErrorAndTheOwnDockOnlyActivates) {
     ASSERT_EQ(shown.size(), 1u);
     EXPECT_EQ(shown[0].app()->path, work.items[0].app()->path);
     EXPECT_EQ(state.profileStore().file().activeProfileId, work.id);
+
+    state.exportProfiles(dir / "one.json", {play.id});
+    auto exported = ProfileTransfer::profiles(readText(dir / "one.json"));
+    ASSERT_EQ(exported.size(), 1u) << "only the chosen workspace";
+    EXPECT_EQ(exported[0].id, play.id);
 
     auto ghost = workspace("Ghost");
     state.updateProfile(ghost);

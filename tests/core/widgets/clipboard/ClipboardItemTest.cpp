@@ -92,6 +92,7 @@ TEST(ClipboardItem, OnlyPublicWebHostsAreFetchable) {
              Case{"http://0.0.0.0/", false},
              Case{"http://[::1]/", false},
              Case{"http://[fe80::1%25en0]/", false},
+             Case{"http://[fec0::1]/", false},
              Case{"http://[fd12:3456::1]/", false},
              Case{"http://[::ffff:192.168.0.1]/", false},
              Case{"http://example.com@127.0.0.1/", false},
