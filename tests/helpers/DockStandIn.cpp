@@ -1,6 +1,6 @@
-// A stand-in for the macOS Dock, built under a name of its own ("crvn-test-dock") that the tests
-// give the reloader, so that killall and the process table find it as they would find the real
-// Dock, and a real Dock is never touched.
+// A stand-in for the macOS Dock. Once it has read its tiles it takes a name of its own
+// ("crvn-test-dock") that the tests give the reloader, so that killall and the process table find
+// it as they would find the real Dock, and a real Dock is never touched.
 //
 //   crvn-test-dock PLIST LOG [--restore-once|--restore-always MARKER]
 //
@@ -19,6 +19,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <string>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 namespace {
@@ -65,6 +66,10 @@ int main(int argc, char** argv) {
         line += std::string("error: ") + error.what();
     }
     appendLine(logPath, line + "\n");
+    // Only now does it answer to the Dock's name: a Dock the reloader can find has read its
+    // tiles, however slowly a loaded machine started it. The real Dock, started by launchd, is
+    // long past this point when anything writes its preferences.
+    prctl(PR_SET_NAME, CORVANE_DOCK_STANDIN_NAME);
 
     // At most a minute, so that nothing outlives a test that died.
     for (int tick = 0; tick < 60 * 50 && !terminated && getppid() == supervisor; ++tick) ::usleep(20000);
