@@ -73,19 +73,56 @@ double JsonReader::number() const {
     return value_.get<double>();
 }
 
-long double JsonReader::integerValue(long double min, long double max, bool isSigned) const {
-    if (!value_.is_number()) typeMismatch(isSigned ? "Int" : "UInt");
-    long double value;
-    if (value_.is_number_unsigned()) value = static_cast<long double>(value_.get<std::uint64_t>());
-    else if (value_.is_number_integer()) value = static_cast<long double>(value_.get<std::int64_t>());
-    else {
-        double d = value_.get<double>();
-        if (!std::isfinite(d) || std::trunc(d) != d)
-            fail(DecodingError::Kind::dataCorrupted, "Parsed JSON number <" + value_.dump() + "> is not an integer.");
-        value = d;
+namespace {
+// 2^63 and 2^64 are exact in a double, and every integral double below them converts exactly.
+constexpr double twoToThe63 = 9223372036854775808.0;
+constexpr double twoToThe64 = 18446744073709551616.0;
+} // namespace
+
+double JsonReader::integralDouble() const {
+    double d = value_.get<double>();
+    if (!std::isfinite(d) || std::trunc(d) != d)
+        fail(DecodingError::Kind::dataCorrupted, "Parsed JSON number <" + value_.dump() + "> is not an integer.");
+    return d;
+}
+
+void JsonReader::doesNotFit() const {
+    fail(DecodingError::Kind::dataCorrupted, "Parsed JSON number <" + value_.dump() + "> does not fit.");
+}
+
+std::int64_t JsonReader::signedValue(std::int64_t min, std::int64_t max) const {
+    if (!value_.is_number()) typeMismatch("Int");
+    std::int64_t value;
+    if (value_.is_number_unsigned()) {
+        auto unsignedValue = value_.get<std::uint64_t>();
+        if (unsignedValue > static_cast<std::uint64_t>(max)) doesNotFit();
+        value = static_cast<std::int64_t>(unsignedValue);
+    } else if (value_.is_number_integer()) {
+        value = value_.get<std::int64_t>();
+    } else {
+        double d = integralDouble();
+        if (d < -twoToThe63 || d >= twoToThe63) doesNotFit();
+        value = static_cast<std::int64_t>(d);
     }
-    if (value < min || value > max)
-        fail(DecodingError::Kind::dataCorrupted, "Parsed JSON number <" + value_.dump() + "> does not fit.");
+    if (value < min || value > max) doesNotFit();
+    return value;
+}
+
+std::uint64_t JsonReader::unsignedValue(std::uint64_t max) const {
+    if (!value_.is_number()) typeMismatch("UInt");
+    std::uint64_t value;
+    if (value_.is_number_unsigned()) {
+        value = value_.get<std::uint64_t>();
+    } else if (value_.is_number_integer()) {
+        auto signedValue = value_.get<std::int64_t>();
+        if (signedValue < 0) doesNotFit();
+        value = static_cast<std::uint64_t>(signedValue);
+    } else {
+        double d = integralDouble();
+        if (d < 0 || d >= twoToThe64) doesNotFit();
+        value = static_cast<std::uint64_t>(d);
+    }
+    if (value > max) doesNotFit();
     return value;
 }
 

@@ -39,9 +39,10 @@ public:
     bool boolean() const;
     double number() const;
     template <typename Int> Int integer() const {
-        auto value = integerValue(std::numeric_limits<Int>::min(), std::numeric_limits<Int>::max(),
-                                  std::numeric_limits<Int>::is_signed);
-        return static_cast<Int>(value);
+        if constexpr (std::numeric_limits<Int>::is_signed)
+            return static_cast<Int>(signedValue(std::numeric_limits<Int>::min(), std::numeric_limits<Int>::max()));
+        else
+            return static_cast<Int>(unsignedValue(std::numeric_limits<Int>::max()));
     }
     Uuid uuid() const;
     Bytes data() const;
@@ -65,7 +66,12 @@ public:
     std::string childPath(std::size_t index) const;
 
 private:
-    long double integerValue(long double min, long double max, bool isSigned) const;
+    // Range checks in integers: a long double is only a double on arm64, too narrow for 64 bits.
+    std::int64_t signedValue(std::int64_t min, std::int64_t max) const;
+    std::uint64_t unsignedValue(std::uint64_t max) const;
+    /// An integral double as it stands; anything else is `dataCorrupted`.
+    double integralDouble() const;
+    [[noreturn]] void doesNotFit() const;
 
     const Json& value_;
     std::string path_;
