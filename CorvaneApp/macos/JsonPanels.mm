@@ -1,7 +1,7 @@
 #include "CorvaneApp/macos/JsonPanels.hpp"
 
 #import <AppKit/AppKit.h>
-#import <UniformTypeIdentifiers/UniformTypeIdentifiers.h>
+#import <UniformTypeIdentifiers/UTCoreTypes.h>
 
 namespace corvane::JsonPanels {
 
@@ -9,13 +9,17 @@ namespace {
 
 std::optional<std::filesystem::path> run(NSSavePanel* panel) {
     panel.allowedContentTypes = @[ UTTypeJSON ];
-    // A menu-bar app is not active while its menu is closed; the panel must come to the front.
-    [NSApp activateIgnoringOtherApps:YES];
+    comeForward();
     if ([panel runModal] != NSModalResponseOK || panel.URL == nil) return std::nullopt;
     return std::filesystem::path(panel.URL.path.UTF8String);
 }
 
 } // namespace
+
+void comeForward() {
+    if (@available(macOS 14.0, *)) [NSApp activate];
+    else [NSApp activateIgnoringOtherApps:YES];
+}
 
 std::optional<std::filesystem::path> save(const std::string& suggestedName) {
     NSSavePanel* panel = [NSSavePanel savePanel];

@@ -1,7 +1,7 @@
 #include "platform/macos/LoginItem.hpp"
 
 #import <Foundation/Foundation.h>
-#import <ServiceManagement/ServiceManagement.h>
+#import <ServiceManagement/SMAppService.h>
 
 namespace corvane::LoginItem {
 
@@ -11,7 +11,8 @@ std::optional<std::string> setEnabled(bool enabled) {
     NSError* error = nil;
     BOOL done = enabled ? [service registerAndReturnError:&error] : [service unregisterAndReturnError:&error];
     if (done || (enabled && service.status == SMAppServiceStatusRequiresApproval)) return std::nullopt;
-    return std::string(error.localizedDescription.UTF8String ?: "refused");
+    const char* reason = error.localizedDescription.UTF8String;
+    return std::string(reason != nullptr ? reason : "refused");
 }
 
 } // namespace corvane::LoginItem

@@ -56,7 +56,8 @@ std::optional<std::string> SystemPasteboard::fileURL() {
 std::optional<Bytes> SystemPasteboard::imageData() {
     @autoreleasepool {
         NSPasteboard* pasteboard = NSPasteboard.generalPasteboard;
-        NSData* data = [pasteboard dataForType:NSPasteboardTypePNG] ?: [pasteboard dataForType:NSPasteboardTypeTIFF];
+        NSData* data = [pasteboard dataForType:NSPasteboardTypePNG];
+        if (!data) data = [pasteboard dataForType:NSPasteboardTypeTIFF];
         if (!data) return std::nullopt;
         return bytesOf(data);
     }
@@ -75,7 +76,7 @@ void SystemPasteboard::writeText(const std::string& text, bool concealed) {
         NSPasteboard* pasteboard = NSPasteboard.generalPasteboard;
         [pasteboard clearContents];
         NSString* string = [[NSString alloc] initWithBytes:text.data() length:text.size() encoding:NSUTF8StringEncoding];
-        [pasteboard setString:(string ?: @"") forType:NSPasteboardTypeString];
+        [pasteboard setString:(string != nil ? string : @"") forType:NSPasteboardTypeString];
         if (concealed) [pasteboard setData:[NSData data] forType:kConcealedType];
     }
 }
