@@ -344,11 +344,13 @@ void addAutomationCommands(CLI::App& app, ToolContext& context) {
         auto after = before;
         setSetting(field, std::string(text::trimmed(args->value)), after);
         preferences.store(before, after);
+        context.services.notifier.post(std::string(AppPreferences::changedNotification));
         out << field.name << " = " << settingText(field, after) << "\n";
     });
     prefs->add_subcommand("reset", "Put every setting back to its default")->callback([&context, &out] {
         auto defaults = context.openDefaults();
         AppPreferences(*defaults).resetSettings();
+        context.services.notifier.post(std::string(AppPreferences::changedNotification));
         out << "Every setting is back to its default.\n";
     });
 

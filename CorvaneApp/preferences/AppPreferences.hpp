@@ -61,6 +61,9 @@ public:
     static constexpr std::string_view keyPrefix = "dev.tessik.corvane.preferences";
     /// Beside `focusDockHotkey`: the user switched the built-in default off.
     static constexpr std::string_view focusDockHotkeyOffName = "focusDockHotkeyOff";
+    /// Posted by the command-line tool after it changed settings, so a running application reads
+    /// them again: the system's settings store tells no one of a change.
+    static constexpr std::string_view changedNotification = "dev.tessik.corvane.settings-changed";
 
     /// One setting: its name and the field of `AppSettings` that holds it.
     struct Field {

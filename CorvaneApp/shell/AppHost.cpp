@@ -27,6 +27,7 @@ AppHost::AppHost(AppPlatform& platform, std::filesystem::path dataDirectory, App
                                                           platform.log, platform.applications, platform.desktops,
                                                           platform.desktopEvents, platform.spaces});
     services_->notifier = &platform.notifier;
+    services_->focus = &platform.focus;
     services_->preferredLanguages = platform.preferredLanguages;
     services_->setPreferredLanguages = platform.setPreferredLanguages;
     services_->addingDownloadsTile = downloadsTileAdding(platform.environment);
@@ -44,13 +45,23 @@ AppHost::AppHost(AppPlatform& platform, std::filesystem::path dataDirectory, App
                                         *services_, std::move(callbacks));
     state_->scheduleLaunchRequests(requests);
     const auto& settings = state_->settings();
-    if (settings.usesOwnDock) applyNativeDock();
+    if (settings.usesOwnDock) {
+        applyNativeDock();
+    } else if (nativeDock_) {
+        try {
+            if (nativeDock_->restoreLeftHidden()) restartDock();
+        } catch (const std::exception& error) {
+            platform.log.error("app", std::string("native dock failed: ") + error.what());
+        }
+    }
     if (settings.launchAtLogin && platform.setLaunchesAtLogin)
         if (auto refused = platform.setLaunchesAtLogin(true)) platform.log.error("app", "login item failed: " + *refused);
 
     // Degraded stores read nothing, so there is nothing of the folder to follow.
     if (degraded) return;
     auto& state = *state_;
+    settingsObserver_ = platform.notifier.observe(std::string(AppPreferences::changedNotification),
+                                                  [&state](const std::optional<std::string>&) { state.handleSettingsChanged(); });
     watcher_.watch(StoragePath::profilesFileURL(dataDirectory_), [&state] { state.handleWorkspacesChanged(); });
     watcher_.watch(StoragePath::widgetsFileURL(dataDirectory_), [&state] { state.handleWidgetsChanged(); });
     if (platform.settingsFile)
@@ -63,6 +74,7 @@ AppHost::~AppHost() { shutDown(); }
 void AppHost::shutDown() {
     if (std::exchange(isShutDown_, true)) return;
     watcher_.stop();
+    if (settingsObserver_) platform_.notifier.removeObserver(*settingsObserver_);
     state_->quit();
     if (state_->settings().usesOwnDock) applyNativeDock(true);
 }
@@ -72,9 +84,18 @@ void AppHost::applyNativeDock(bool quitting) {
     const auto& settings = state_->settings();
     auto mode = settings.usesOwnDock && !quitting ? settings.nativeDockMode : NativeDockMode::unchanged;
     try {
-        nativeDock_->apply(mode, settings.dockStyle.position);
+        if (nativeDock_->apply(mode, settings.dockStyle.position)) restartDock();
     } catch (const std::exception& error) {
         platform_.log.error("app", std::string("native dock failed: ") + error.what());
+    }
+}
+
+void AppHost::restartDock() {
+    try {
+        platform_.reloader.waitUntilSettled();
+        platform_.reloader.reload();
+    } catch (const std::exception& error) {
+        platform_.log.error("app", std::string("dock restart failed: ") + error.what());
     }
 }
 

@@ -41,6 +41,8 @@ private:
     /// Hides the macOS Dock as the settings ask while the own bar is in use, or puts it back as
     /// the user had it (`unchanged`) when the bar is off or the application quits.
     void applyNativeDock(bool quitting = false);
+    /// The Dock reads its look only when it starts.
+    void restartDock();
     void settingsChanged(const AppSettings& before);
 
     AppPlatform& platform_;
@@ -53,6 +55,7 @@ private:
     std::unique_ptr<NativeDockController> nativeDock_;
     std::unique_ptr<AppState> state_;
     DataFileWatcher watcher_;
+    std::optional<Notifier::ObserverToken> settingsObserver_;
     bool isShutDown_ = false;
 };
 

@@ -55,13 +55,24 @@ NativeDockPreferences NativeDockController::userOriginal() {
     return original;
 }
 
-void NativeDockController::apply(NativeDockMode mode, DockPosition barPosition) {
+bool NativeDockController::apply(NativeDockMode mode, DockPosition barPosition) {
     auto original = userOriginal();
     auto nativePosition = dockPositionFromNativeOrientation(settings_.orientation());
     auto values = preferences(resolved(mode, barPosition, nativePosition), original);
+    bool changes = settings_.current() != values;
     settings_.write(values);
     log_.info("dock", "native dock autohide=" + describe(values.autohide) + " delay=" + describe(values.delay) +
                           " tilesize=" + describe(values.tileSize));
+    return changes;
+}
+
+bool NativeDockController::restoreLeftHidden() {
+    // Without a stored original this application never hid the Dock; values that merely look
+    // like hiding ones are the user's own then.
+    if (!storedPreferences(defaults_, originalKey) && !storedPreferences(defaults_, legacyOriginalKey)) return false;
+    auto current = settings_.current();
+    if (current.asUserOriginal() == current) return false;
+    return apply(NativeDockMode::unchanged, DockPosition::bottom);
 }
 
 } // namespace corvane

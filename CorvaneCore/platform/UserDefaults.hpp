@@ -25,6 +25,9 @@ public:
     virtual void remove(const std::string& key) = 0;
     /// Every key held, sorted.
     virtual std::vector<std::string> keys() const = 0;
+    /// Takes in what other processes wrote since this one last read, where the store keeps a
+    /// copy of its own.
+    virtual void synchronize() {}
 
     // Typed access. A value of another type reads as none, except that numbers convert
     // between integer and real the way the platform's store does.

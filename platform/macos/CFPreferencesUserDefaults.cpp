@@ -35,6 +35,8 @@ void CFPreferencesUserDefaults::remove(const std::string& key) {
     CFPreferencesAppSynchronize(cfString(domain_).get());
 }
 
+void CFPreferencesUserDefaults::synchronize() { CFPreferencesAppSynchronize(cfString(domain_).get()); }
+
 std::vector<std::string> CFPreferencesUserDefaults::keys() const {
     auto list = adoptCF(CFPreferencesCopyKeyList(cfString(domain_).get(), kCFPreferencesCurrentUser, kCFPreferencesAnyHost));
     std::vector<std::string> result;

@@ -15,6 +15,7 @@ public:
     void set(const std::string& key, const Value& value) override;
     void remove(const std::string& key) override;
     std::vector<std::string> keys() const override;
+    void synchronize() override;
 
 private:
     std::string domain_;

@@ -63,9 +63,11 @@ TEST_F(Hosting, TheOwnBarHidesTheMacOSDockWhileItRunsAndGivesItBackAsTheUserHadI
     const NativeDockPreferences hidden{true, NativeDockModeValues::hiddenDelay, NativeDockModeValues::hiddenTileSize};
     auto& state = start().state();
     EXPECT_EQ(nativeDock.values, hidden) << "a bar on the Dock's own edge hides it outright";
+    EXPECT_EQ(reloader.callCount(), 1) << "the Dock reads its look only when it starts";
 
     state.changeSettings([](AppSettings& settings) { settings.usesOwnDock = false; });
     EXPECT_EQ(nativeDock.values, original);
+    EXPECT_EQ(reloader.callCount(), 2);
     state.changeSettings([](AppSettings& settings) {
         settings.usesOwnDock = true;
         settings.dockStyle.position = DockPosition::left;
@@ -76,7 +78,57 @@ TEST_F(Hosting, TheOwnBarHidesTheMacOSDockWhileItRunsAndGivesItBackAsTheUserHadI
 
     host->shutDown();
     EXPECT_EQ(nativeDock.values, original);
+    EXPECT_EQ(reloader.callCount(), 4);
     host.reset();
     start(); // a later launch registers the login item again, in case the user removed it
     EXPECT_EQ(loginItem, (std::vector{true, true}));
+    EXPECT_EQ(reloader.callCount(), 5);
+}
+
+TEST_F(Hosting, ADockLeftHiddenByASessionThatNeverEndedComesBackAtTheNextLaunch) {
+    nativeDock.values = {.autohide = true, .delay = 1000, .tileSize = 1};
+    AppPreferences(defaults).store(AppSettings{}, [] {
+        AppSettings off;
+        off.usesOwnDock = false;
+        return off;
+    }());
+    start();
+    EXPECT_EQ(nativeDock.values, (NativeDockPreferences{true, 1000, 1}))
+        << "Corvane never hid this Dock: hiding values with no stored original are the user's own";
+    EXPECT_EQ(reloader.callCount(), 0);
+    host.reset();
+
+    // A session that hid the Dock and ended without handing it back (a crash, a forced shutdown):
+    // the hiding values stay in the Dock's preferences, beside the original it stored.
+    nativeDock.values = {.autohide = false, .delay = 0.2, .tileSize = 48};
+    AppPreferences(defaults).store(AppPreferences(defaults).load(), AppSettings{});
+    start();
+    const auto leftBehind = nativeDock.values;
+    EXPECT_EQ(leftBehind.delay, NativeDockModeValues::hiddenDelay);
+    host.reset();
+    nativeDock.values = leftBehind;
+    AppPreferences(defaults).store(AppPreferences(defaults).load(), [] {
+        AppSettings off;
+        off.usesOwnDock = false;
+        return off;
+    }());
+    auto restarts = reloader.callCount();
+    start();
+    EXPECT_EQ(nativeDock.values, (NativeDockPreferences{false, 0.2, 48}));
+    EXPECT_EQ(reloader.callCount(), restarts + 1);
+    host.reset();
+    start();
+    EXPECT_EQ(reloader.callCount(), restarts + 1) << "a Dock as the user had it is left alone";
+}
+
+TEST_F(Hosting, ASettingTheToolChangesReachesTheRunningApplication) {
+    auto& state = start().state();
+    ASSERT_TRUE(state.settings().usesOwnDock);
+    AppPreferences elsewhere(defaults);
+    auto before = elsewhere.load();
+    auto after = before;
+    after.hidesDockWhenCovered = !before.hidesDockWhenCovered;
+    elsewhere.store(before, after);
+    notifier.deliver(std::string(AppPreferences::changedNotification));
+    EXPECT_EQ(state.settings().hidesDockWhenCovered, after.hidesDockWhenCovered);
 }
