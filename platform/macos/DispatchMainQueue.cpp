@@ -1,6 +1,7 @@
 #include "platform/macos/DispatchMainQueue.hpp"
 
-#include <CoreFoundation/CoreFoundation.h>
+#include "platform/macos/ApplicationEventLoop.hpp"
+
 #include <dispatch/dispatch.h>
 
 #include <algorithm>
@@ -61,11 +62,11 @@ void DispatchMainQueue::cancel(Token token) {
 
 void DispatchMainQueue::post(std::function<void()> work) { schedule(0, std::move(work)); }
 
-void DispatchMainQueue::run() { CFRunLoopRun(); }
+void DispatchMainQueue::run() { ApplicationEventLoop::run(); }
 
 void DispatchMainQueue::stop() {
     // Through the queue, so a stop asked for before the loop runs still ends it once it does.
-    dispatch_async_f(dispatch_get_main_queue(), nullptr, [](void*) { CFRunLoopStop(CFRunLoopGetMain()); });
+    dispatch_async_f(dispatch_get_main_queue(), nullptr, [](void*) { ApplicationEventLoop::stop(); });
 }
 
 } // namespace corvane

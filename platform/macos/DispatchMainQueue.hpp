@@ -10,8 +10,9 @@ namespace corvane {
 
 /// The main dispatch queue as the application's main queue. Delayed work goes through
 /// `dispatch_after_f`, which cannot be withdrawn, so a cancelled item stays queued and finds
-/// itself gone from the table when it comes due. `run` and `stop` drive the main run loop, for a
-/// host without an application object; the app bundle runs its application object instead.
+/// itself gone from the table when it comes due. `run` and `stop` drive an application event loop
+/// for a host without an application object of its own (`corvane agent`), so that its hotkeys
+/// arrive; the app bundle runs its application object instead.
 class DispatchMainQueue final : public MainLoop {
 public:
     DispatchMainQueue();
