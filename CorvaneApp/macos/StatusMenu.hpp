@@ -1,8 +1,11 @@
 #pragma once
 
 #include "CorvaneApp/menu/MenuActions.hpp"
+#include "CorvaneCore/platform/UserAlerts.hpp"
 
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace corvane {
 
@@ -14,6 +17,15 @@ public:
     ~StatusMenu();
     StatusMenu(const StatusMenu&) = delete;
     StatusMenu& operator=(const StatusMenu&) = delete;
+
+    /// A switch of the macOS Dock begins (to the workspace named) or ends (none). The item
+    /// changes at once, before the switch holds the main thread.
+    void showSwitching(const std::optional<std::string>& workspace);
+    /// Opens the menu, once the event at hand is handled: until Corvane has a window, the menu is
+    /// where a request for settings, the workspaces or a widget's editor leads.
+    void open();
+    /// Blinks the item: a few times, or until the menu is opened when `critical`.
+    void requestAttention(UserAlerts::Attention attention);
 
 private:
     struct Views;

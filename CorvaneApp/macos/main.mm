@@ -7,10 +7,12 @@
 #include "CorvaneApp/shell/AppHost.hpp"
 #include "CorvaneApp/shell/LivePlatform.hpp"
 #include "platform/macos/CFCalendarAdapter.hpp"
+#include "platform/macos/MacUserAlerts.hpp"
 
 #import <AppKit/AppKit.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -45,6 +47,34 @@ using namespace corvane;
 
 namespace {
 
+NSMenuItem* menuItem(NSString* title, SEL action, NSString* key, NSEventModifierFlags modifiers = NSEventModifierFlagCommand) {
+    NSMenuItem* item = [[NSMenuItem alloc] initWithTitle:title action:action keyEquivalent:key];
+    item.keyEquivalentModifierMask = modifiers;
+    return item;
+}
+
+/// A menu bar of its own is never shown for an application without a Dock icon, yet its key
+/// equivalents are what make ⌘C, ⌘V and ⌘A work in the fields of panels and alerts.
+NSMenu* mainMenu() {
+    NSMenu* bar = [NSMenu new];
+    NSMenu* appMenu = [[NSMenu alloc] initWithTitle:@"Corvane"];
+    [appMenu addItem:menuItem(@"Quit Corvane", @selector(terminate:), @"q")];
+    NSMenu* edit = [[NSMenu alloc] initWithTitle:@"Edit"];
+    [edit addItem:menuItem(@"Undo", @selector(undo:), @"z")];
+    [edit addItem:menuItem(@"Redo", @selector(redo:), @"z", NSEventModifierFlagCommand | NSEventModifierFlagShift)];
+    [edit addItem:[NSMenuItem separatorItem]];
+    [edit addItem:menuItem(@"Cut", @selector(cut:), @"x")];
+    [edit addItem:menuItem(@"Copy", @selector(copy:), @"c")];
+    [edit addItem:menuItem(@"Paste", @selector(paste:), @"v")];
+    [edit addItem:menuItem(@"Select All", @selector(selectAll:), @"a")];
+    for (NSMenu* menu in @[ appMenu, edit ]) {
+        NSMenuItem* title = [[NSMenuItem alloc] initWithTitle:menu.title action:nil keyEquivalent:@""];
+        title.submenu = menu;
+        [bar addItem:title];
+    }
+    return bar;
+}
+
 /// Everything that lives as long as the application, in the order it comes up.
 struct Application {
     std::unique_ptr<LivePlatform> live;
@@ -59,13 +89,18 @@ Application& application() {
     return instance;
 }
 
+void openMenu() {
+    if (auto& menu = application().menu) menu->open();
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
     @autoreleasepool {
-        NSApplication* app = NSApplication.sharedApplication;
+        NSApplication* shared = NSApplication.sharedApplication;
         CorvaneAppDelegate* delegate = [CorvaneAppDelegate new];
-        app.delegate = delegate;
+        shared.delegate = delegate;
+        shared.mainMenu = mainMenu();
 
         auto environment = currentEnvironment();
         auto dataDirectory = LivePlatform::defaultDataDirectory(environment);
@@ -75,27 +110,41 @@ int main(int argc, char* argv[]) {
             .dataDirectory = dataDirectory,
             .isApplicationBundle = true,
         });
-        // The bar follows every change of the workspace, wherever it was made.
+        // The bar follows every change of the workspace, wherever it was made. Until Corvane has a
+        // window of its own, what would open in it opens the menu.
         AppState::Callbacks callbacks{
             .onWorkspaceSwitch = [] { if (auto& bar = application().bar) bar->reload(); },
+            .onShowSettings = [] { openMenu(); },
+            .onShowWorkspaces = [] { openMenu(); },
+            .onNewProfile = [] { openMenu(); },
+            .onEditWidget = [](const Uuid&) { openMenu(); },
             .onReconcileWidgetHelpers = [] { if (auto& bar = application().bar) bar->reload(); },
+            .onShowPage = [](const std::string&) { openMenu(); },
             .onSettingsChange = [](const AppSettings&) { if (auto& bar = application().bar) bar->reload(); },
+            .onSwitchProgress =
+                [](const std::optional<std::string>& workspace) {
+                    if (auto& menu = application().menu) menu->showSwitching(workspace);
+                },
         };
         running.host = std::make_unique<AppHost>(running.live->platform(), dataDirectory, std::move(callbacks),
                                                  LaunchRequests::parse(std::vector<std::string>(argv + 1, argv + argc)));
 
         running.menu = std::make_unique<StatusMenu>(running.host->state(), running.calendar);
+        MacUserAlerts::setAttentionHandler([](UserAlerts::Attention attention) {
+            if (auto& menu = application().menu) menu->requestAttention(attention);
+        });
 
         // The own Dock bar comes once the application has finished launching.
         delegate.launchHandler = ^{
-          auto& app = application();
-          app.bar = std::make_unique<BarPanel>(app.host->state(), app.live->platform(), app.host->dataDirectory());
+          auto& launched = application();
+          launched.bar = std::make_unique<BarPanel>(launched.host->state(), launched.live->platform(),
+                                                    launched.host->dataDirectory());
         };
         delegate.terminateHandler = ^{
           application().bar.reset();
           application().host->shutDown();
         };
-        [app run];
+        [shared run];
     }
     return 0;
 }

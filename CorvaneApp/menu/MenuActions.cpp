@@ -20,7 +20,9 @@ void MenuActions::perform(AppState& state, const MenuAction& action, const MenuP
     case Kind::undoLastChange:
         return state.undoLastChange();
     case Kind::newWorkspace:
-        return state.newProfile();
+        if (!panels.askNewWorkspace) return state.newProfile();
+        if (auto answer = panels.askNewWorkspace()) state.createWorkspace(answer->name, answer->fromDock);
+        return;
     case Kind::editWorkspaces:
         return state.showWorkspaces();
     case Kind::takeBackup:
@@ -53,6 +55,11 @@ void MenuActions::perform(AppState& state, const MenuAction& action, const MenuP
         return;
     case Kind::showSettings:
         return state.showSettings();
+    case Kind::allowFocusAccess:
+        return state.requestFocusAccess();
+    case Kind::openFocusSettings:
+        if (panels.openPrivacySettings) panels.openPrivacySettings("Privacy_Focus");
+        return;
     case Kind::quit:
         if (panels.terminate) panels.terminate();
         return;

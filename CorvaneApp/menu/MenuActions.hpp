@@ -9,6 +9,13 @@
 
 namespace corvane {
 
+/// A new workspace as the person named it.
+struct NewWorkspaceAnswer {
+    std::string name;
+    /// Start with the tiles the macOS Dock shows now, rather than empty.
+    bool fromDock = true;
+};
+
 /// What a menu action asks of the person at the Mac: the system's open and save panels and a
 /// confirmation. Each answer may be none, which cancels the action.
 struct MenuPanels {
@@ -17,6 +24,9 @@ struct MenuPanels {
     std::function<std::optional<std::filesystem::path>()> chooseImportFile;
     /// Whether to put the backup `title` back over the current workspaces and widgets.
     std::function<bool(const std::string& title)> confirmRestore;
+    std::function<std::optional<NewWorkspaceAnswer>()> askNewWorkspace;
+    /// Opens a privacy pane of System Settings ("Privacy_Focus").
+    std::function<void(const std::string& pane)> openPrivacySettings;
     /// Ends the application; its terminate handler takes the quit backup.
     std::function<void()> terminate;
 };

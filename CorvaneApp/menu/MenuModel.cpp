@@ -4,6 +4,7 @@
 #include "CorvaneApp/state/AppState.hpp"
 #include "CorvaneCore/widgets/WidgetPlacement.hpp"
 
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 
@@ -59,15 +60,57 @@ std::vector<MenuItem> widgetsMenu(const MenuSnapshot& snapshot) {
             if (WidgetPlacement::contains(widget, profile)) shownIn += (shownIn.empty() ? "" : ", ") + profile.name;
         auto name = widget.name.empty() ? std::string(widget.kind.name()) : widget.name;
         auto title = name + (shownIn.empty() ? " (not shown)" : " \u2014 in " + shownIn);
-        items.push_back(command(std::move(title), MenuAction{.kind = Kind::editWidget, .target = widget.id}));
+        // A widget's editor lives in the window; without it the line only tells where it shows.
+        if (snapshot.hasWindow)
+            items.push_back(command(std::move(title), MenuAction{.kind = Kind::editWidget, .target = widget.id}));
+        else
+            items.push_back(MenuItem::note(std::move(title)));
     }
     if (items.empty()) items.push_back(MenuItem::note("No Widgets Yet"));
-    items.push_back(MenuItem::separator());
-    items.push_back(command("Widget Gallery\u2026", Kind::showWidgetGallery));
+    if (snapshot.hasWindow) {
+        items.push_back(MenuItem::separator());
+        items.push_back(command("Widget Gallery\u2026", Kind::showWidgetGallery));
+    }
     return items;
 }
 
+/// The permissions line: whether Focus-bound workspaces can follow the Focus, and what gives
+/// them access when they cannot.
+std::optional<MenuItem> focusAccessLine(const MenuSnapshot& snapshot) {
+    if (!snapshot.focusAccess) return std::nullopt;
+    switch (*snapshot.focusAccess) {
+    case FocusAuthorization::authorized: {
+        auto line = MenuItem::note("Focus Access Allowed");
+        line.isChecked = true;
+        return line;
+    }
+    case FocusAuthorization::notDetermined:
+        return command("Allow Focus Access for Focus-Bound Workspaces\u2026", Kind::allowFocusAccess);
+    case FocusAuthorization::denied:
+        return command("Focus Access Is Off: Open System Settings\u2026", Kind::openFocusSettings);
+    case FocusAuthorization::unavailable:
+        return MenuItem::note("Focus Cannot Be Read on This Mac");
+    }
+    return std::nullopt;
+}
+
 } // namespace
+
+std::optional<std::string> MenuModel::keyEquivalentCharacter(const std::string& label) {
+    static const std::pair<std::string_view, std::string_view> named[] = {
+        {"Space", " "},       {"Return", "\r"},          {"Tab", "\t"},
+        // Delete is the backspace key; AppKit's menus show it as ⌫.
+        {"Delete", "\x08"},   {"Escape", "\x1b"},
+        // NSUpArrowFunctionKey and its siblings, U+F700 to U+F703, in UTF-8.
+        {"\u2191", "\uF700"}, {"\u2193", "\uF701"}, {"\u2190", "\uF702"}, {"\u2192", "\uF703"},
+    };
+    for (auto [name, character] : named)
+        if (label == name) return std::string(character);
+    if (label.size() != 1) return std::nullopt;
+    auto c = static_cast<unsigned char>(label[0]);
+    // Menus match a letter typed without shift; with shift in the modifiers AppKit adds it.
+    return std::string(1, static_cast<char>(std::tolower(c)));
+}
 
 std::string MenuModel::backupTitle(const WorkspaceBackup& backup, const Calendar& calendar) {
     auto day = calendar.day(backup.date);
@@ -107,7 +150,7 @@ std::vector<MenuItem> MenuModel::build(const MenuSnapshot& snapshot, const Calen
                            Kind::captureDock, active != nullptr));
     menu.push_back(command("Undo Last Dock Change", Kind::undoLastChange, snapshot.hasDockBackup));
     menu.push_back(command("New Workspace\u2026", Kind::newWorkspace, !snapshot.isDegraded));
-    menu.push_back(command("Edit Workspaces\u2026", Kind::editWorkspaces));
+    if (snapshot.hasWindow) menu.push_back(command("Edit Workspaces\u2026", Kind::editWorkspaces));
 
     menu.push_back(MenuItem::separator());
     menu.push_back({.title = "Backups", .submenu = backupsMenu(snapshot, calendar)});
@@ -122,9 +165,12 @@ std::vector<MenuItem> MenuModel::build(const MenuSnapshot& snapshot, const Calen
     auto login = command("Start at Login", Kind::toggleLaunchAtLogin);
     login.isChecked = snapshot.settings.launchAtLogin;
     menu.push_back(std::move(login));
-    auto settings = command("Settings\u2026", Kind::showSettings);
-    settings.keyEquivalent = MenuKey{",", HotkeyModifiers{HotkeyModifiers::command}};
-    menu.push_back(std::move(settings));
+    if (snapshot.hasWindow) {
+        auto settings = command("Settings\u2026", Kind::showSettings);
+        settings.keyEquivalent = MenuKey{",", HotkeyModifiers{HotkeyModifiers::command}};
+        menu.push_back(std::move(settings));
+    }
+    if (auto line = focusAccessLine(snapshot)) menu.push_back(std::move(*line));
 
     menu.push_back(MenuItem::separator());
     auto quit = command("Quit Corvane", Kind::quit);
@@ -139,7 +185,8 @@ MenuSnapshot MenuModel::snapshot(AppState& state) {
                           .lastError = state.lastError(),
                           .settings = state.settings(),
                           .widgets = state.widgetStore().file().widgets,
-                          .isDegraded = state.isDegraded()};
+                          .isDegraded = state.isDegraded(),
+                          .focusAccess = state.focusAccess()};
     snapshot.hotkeys = HotkeyRegistry::build(snapshot.profiles, wantedHotkeys(snapshot.settings, snapshot.widgets)).bindings;
     try {
         snapshot.backups = state.workspaceBackups().list();

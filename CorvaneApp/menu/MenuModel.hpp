@@ -3,6 +3,7 @@
 #include "CorvaneApp/preferences/AppPreferences.hpp"
 #include "CorvaneCore/automation/WorkspaceHotkeys.hpp"
 #include "CorvaneCore/platform/Calendar.hpp"
+#include "CorvaneCore/platform/FocusStatusProvider.hpp"
 #include "CorvaneCore/widgets/DockWidget.hpp"
 #include "CorvaneCore/workspace/Profile.hpp"
 #include "CorvaneStorage/backup/WorkspaceBackupStore.hpp"
@@ -35,6 +36,10 @@ struct MenuAction {
         editWidget,
         showWidgetGallery,
         showSettings,
+        /// Ask the system to let the Focus be read.
+        allowFocusAccess,
+        /// Access was refused: only System Settings can give it now.
+        openFocusSettings,
         quit,
     };
 
@@ -88,6 +93,11 @@ struct MenuSnapshot {
     bool hasDockBackup = false;
     std::vector<DockWidget> widgets;
     bool isDegraded = false;
+    /// Whether the host has Corvane's window, which settings, the workspace editor and the widget
+    /// gallery open in; without it those items are left out rather than doing nothing.
+    bool hasWindow = false;
+    /// Whether the workspaces bound to a Focus can see it; none when none is bound.
+    std::optional<FocusAuthorization> focusAccess;
 };
 
 namespace MenuModel {
@@ -105,6 +115,11 @@ MenuSnapshot snapshot(AppState& state);
 
 /// "2026-11-24 14:38 · launch": the backup's moment in the calendar's time zone and why it was taken.
 std::string backupTitle(const WorkspaceBackup& backup, const Calendar& calendar);
+
+/// The character a menu item's key equivalent holds for a key's label, as UTF-8: a letter in
+/// lower case, " " for Space, a control character for Return, Tab, Delete and Escape, the
+/// function-key characters for the arrows. None for a key a menu cannot show ("Key105").
+std::optional<std::string> keyEquivalentCharacter(const std::string& label);
 
 } // namespace MenuModel
 

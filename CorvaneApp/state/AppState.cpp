@@ -4,6 +4,7 @@
 #include "CorvaneApp/preferences/InterfaceLanguage.hpp"
 #include "CorvaneCore/automation/FocusBinding.hpp"
 #include "CorvaneCore/automation/WorkspaceCycle.hpp"
+#include "CorvaneCore/support/Text.hpp"
 #include "CorvaneCore/widgets/DockSlot.hpp"
 #include "CorvaneCore/widgets/WidgetPlacement.hpp"
 #include "CorvaneCore/workspace/ProfileTransfer.hpp"
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <set>
+#include <stdexcept>
 
 namespace corvane {
 
@@ -96,7 +98,7 @@ AppState::AppState(AppStores stores, DockSwapper& swapper, GlobalHotkeyManager& 
     syncWidgets();
     reconcileWidgetHelpers();
     registerHotkeys();
-    startFocusMonitor();
+    followFocusBindings();
 }
 
 AppState::~AppState() {
@@ -184,6 +186,7 @@ bool AppState::perform(const std::function<void()>& action) {
     }
     refresh();
     registerHotkeys();
+    followFocusBindings();
     return succeeded;
 }
 
@@ -203,7 +206,21 @@ void AppState::switchTo(const Uuid& profileID) {
         perform([&] { switcher_->activate(profileID); });
         call(callbacks.onWorkspaceSwitch);
     } else {
+        if (isSwapping_) {
+            pendingSwitch_ = profileID;
+            return;
+        }
+        isSwapping_ = true;
+        if (callbacks.onSwitchProgress) {
+            std::optional<std::string> name;
+            for (const auto& profile : profiles_)
+                if (profile.id == profileID) name = profile.name;
+            callbacks.onSwitchProgress(name.value_or(""));
+        }
         perform([&] { switcher_->switchTo(profileID); });
+        isSwapping_ = false;
+        if (callbacks.onSwitchProgress) callbacks.onSwitchProgress(std::nullopt);
+        if (auto next = std::exchange(pendingSwitch_, std::nullopt)) return switchTo(*next);
     }
     reconcileWidgetHelpers();
 }
@@ -229,6 +246,23 @@ void AppState::undoLastChange() {
 
 void AppState::createProfile(Profile profile) {
     perform([&] { stores_.profiles->create(std::move(profile)); });
+}
+
+void AppState::createWorkspace(const std::string& name, bool fromDock) {
+    perform([&] {
+        auto trimmed = std::string(text::trimmed(name));
+        if (trimmed.empty()) throw std::invalid_argument("a workspace needs a name that is not blank");
+        Profile profile;
+        profile.id = Uuid::generate();
+        profile.name = std::move(trimmed);
+        profile.color = kAllProfileColors[stores_.profiles->file().profiles.size() % kAllProfileColors.size()];
+        if (fromDock) {
+            auto dock = swapper_.snapshot();
+            profile.items = std::move(dock.apps);
+            profile.others = std::move(dock.others);
+        }
+        stores_.profiles->create(std::move(profile));
+    });
 }
 
 void AppState::updateProfile(const Profile& profile) {
@@ -360,9 +394,25 @@ void AppState::handleHotkey(const HotkeyAction& action) {
         action.value);
 }
 
-void AppState::startFocusMonitor() {
-    // Bindings made later count from the next launch: a monitor that polls for nobody is waste.
-    if (!FocusBinding::anyBound(profiles_)) return;
+std::optional<FocusAuthorization> AppState::focusAccess() const {
+    if (!FocusBinding::anyBound(profiles_) || !services_.focus) return std::nullopt;
+    return services_.focus->authorization();
+}
+
+void AppState::requestFocusAccess() {
+    if (services_.focus) services_.focus->requestAuthorization();
+}
+
+void AppState::followFocusBindings() {
+    // A monitor that polls for nobody is waste, and nobody without a binding is asked for access.
+    bool bound = FocusBinding::anyBound(profiles_);
+    if (bound == followsFocus_) return;
+    followsFocus_ = bound;
+    if (!bound) return focusMonitor_.stop();
+    if (focusAccess() == FocusAuthorization::notDetermined) {
+        services_.log.info(category, "focus: asking for access");
+        requestFocusAccess();
+    }
     std::weak_ptr<int> alive = lifetime_;
     auto& mainQueue = services_.mainQueue;
     focusMonitor_.start([this, alive, &mainQueue](bool isFocused) {
@@ -438,10 +488,12 @@ void AppState::handleWorkspacesChanged() {
     refresh();
     if (profiles_ == profiles && activeProfileId_ == active) return;
     registerHotkeys();
+    followFocusBindings();
     if (activeProfileId_ != active) call(callbacks.onWorkspaceSwitch);
 }
 
 void AppState::handleSettingsChanged() {
+    preferences_.defaults().synchronize();
     auto fresh = preferences_.load();
     if (fresh == settings_) return;
     auto before = std::exchange(settings_, std::move(fresh));

@@ -37,6 +37,8 @@ struct AppServices {
     DesktopEvents& desktopEvents;
     SpacesPreferences& spaces;
     Notifier* notifier = nullptr;
+    /// Asked for access when a workspace is first bound to a Focus; none never asks.
+    FocusStatusProvider* focus = nullptr;
     /// The user's languages, most preferred first ("AppleLanguages" of the standard user
     /// defaults, a list, which the settings store has no type for).
     std::function<std::vector<std::string>()> preferredLanguages = {};
@@ -77,6 +79,9 @@ public:
         std::function<void(const AppSettings& before)> onSettingsChange;
         /// Quitting: the own bar hands the screen back.
         std::function<void()> onQuit;
+        /// A switch of the macOS Dock begins (the workspace's name) and ends (none): it holds the
+        /// main thread for seconds, so the menu bar says so before it starts.
+        std::function<void(const std::optional<std::string>& switchingTo)> onSwitchProgress;
     };
 
     /// Initialises in a fixed order: the desktop tables, the workspace apps, the switcher, the
@@ -110,14 +115,22 @@ public:
     bool perform(const std::function<void()>& action);
 
     /// Makes the workspace active: with the own bar only in the workspaces file, otherwise also
-    /// in the macOS Dock, through the verified swap.
+    /// in the macOS Dock, through the verified swap. A request that arrives while a swap runs
+    /// (a hotkey seen by a nested event loop) is carried out right after it; of several, the last.
     void switchTo(const Uuid& profileID);
+    /// Whether the workspaces bound to a Focus can see it; none when no workspace is bound.
+    std::optional<FocusAuthorization> focusAccess() const;
+    /// Asks the user to let the Focus be read (the system asks only once).
+    void requestFocusAccess();
     /// Steps through the workspaces from the one shown (on `display` when given).
     void cycleWorkspace(int step, std::optional<std::uint32_t> display = std::nullopt);
     void captureCurrentDock();
     void undoLastChange();
 
     void createProfile(Profile profile);
+    /// A workspace named `name` (trimmed; a blank one is refused) in the next colour of the
+    /// palette, holding the macOS Dock's tiles when `fromDock`, else empty.
+    void createWorkspace(const std::string& name, bool fromDock);
     void updateProfile(const Profile& profile);
     void deleteProfile(const Uuid& id);
 
@@ -182,7 +195,9 @@ private:
     void refresh();
     void seedFirstProfileIfNeeded();
     void migrateDownloadsTile();
-    void startFocusMonitor();
+    /// Starts the Focus monitor while some workspace is bound to a Focus, asking for access the
+    /// first time one is, and stops it when none is any more.
+    void followFocusBindings();
     void observeWidgetNotifications();
     void stopObservingNotifications();
     void reconcileWidgetHelpers() { call(callbacks.onReconcileWidgetHelpers); }
@@ -215,6 +230,9 @@ private:
     std::vector<Profile> profiles_;
     std::optional<Uuid> activeProfileId_;
     std::optional<std::string> lastError_;
+    bool followsFocus_ = false;
+    bool isSwapping_ = false;
+    std::optional<Uuid> pendingSwitch_;
     /// Held weakly by work posted from other threads, which must not outlive the state.
     std::shared_ptr<int> lifetime_ = std::make_shared<int>(0);
 };

@@ -9,7 +9,8 @@ namespace corvane {
 class SystemFocusStatusProvider final : public FocusStatusProvider {
 public:
     std::optional<bool> isFocused() const override;
-    bool isAuthorized() const override;
+    FocusAuthorization authorization() const override;
+    void requestAuthorization() override;
 };
 
 } // namespace corvane

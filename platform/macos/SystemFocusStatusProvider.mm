@@ -1,6 +1,7 @@
 #include "platform/macos/SystemFocusStatusProvider.hpp"
 
-#import <Intents/Intents.h>
+#import <Intents/INFocusStatus.h>
+#import <Intents/INFocusStatusCenter.h>
 
 namespace corvane {
 
@@ -12,10 +13,23 @@ std::optional<bool> SystemFocusStatusProvider::isFocused() const {
     }
 }
 
-bool SystemFocusStatusProvider::isAuthorized() const {
-    @autoreleasepool {
-        return INFocusStatusCenter.defaultCenter.authorizationStatus == INFocusStatusAuthorizationStatusAuthorized;
+FocusAuthorization SystemFocusStatusProvider::authorization() const {
+    switch (INFocusStatusCenter.defaultCenter.authorizationStatus) {
+    case INFocusStatusAuthorizationStatusNotDetermined:
+        return FocusAuthorization::notDetermined;
+    case INFocusStatusAuthorizationStatusRestricted:
+    case INFocusStatusAuthorizationStatusDenied:
+        return FocusAuthorization::denied;
+    case INFocusStatusAuthorizationStatusAuthorized:
+        return FocusAuthorization::authorized;
     }
+    return FocusAuthorization::denied;
+}
+
+void SystemFocusStatusProvider::requestAuthorization() {
+    // The answer is read back through `authorization` and the monitor's next poll.
+    [INFocusStatusCenter.defaultCenter requestAuthorizationWithCompletionHandler:^(INFocusStatusAuthorizationStatus){
+    }];
 }
 
 } // namespace corvane

@@ -30,7 +30,7 @@ public:
 class AbsentFocusStatus final : public FocusStatusProvider {
 public:
     std::optional<bool> isFocused() const override { return std::nullopt; }
-    bool isAuthorized() const override { return false; }
+    FocusAuthorization authorization() const override { return FocusAuthorization::unavailable; }
 };
 
 /// No applications to list, hide or quit.

@@ -16,11 +16,13 @@ public:
         readings.pop_front();
         return next;
     }
-    bool isAuthorized() const override { return authorized; }
+    FocusAuthorization authorization() const override { return access; }
+    void requestAuthorization() override { ++requests; }
 
     std::optional<bool> reading;
     mutable std::deque<std::optional<bool>> readings;
-    bool authorized = true;
+    FocusAuthorization access = FocusAuthorization::authorized;
+    int requests = 0;
     mutable int polls = 0;
 };
 

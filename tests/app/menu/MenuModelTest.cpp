@@ -51,6 +51,7 @@ TEST(MenuModel, ShowsTheWorkspacesWithTheirHotkeysAndEveryCommandInItsState) {
     for (int i = 0; i < 14; ++i)
         snapshot.backups.push_back({.url = "/b" + std::to_string(i), .date = Date{86400.0 * 9000 - 3600.0 * i}});
     snapshot.hasDockBackup = true;
+    snapshot.hasWindow = true;
 
     auto menu = MenuModel::build(snapshot, utc);
     EXPECT_EQ(titles(menu),
@@ -108,6 +109,64 @@ TEST(MenuModel, AnEmptyOrDegradedStateOffersOnlyWhatCanWork) {
     auto empty = MenuModel::build(MenuSnapshot{}, utc);
     EXPECT_EQ(empty[0].title, "No Workspaces Yet");
     EXPECT_FALSE(titled(empty, "Export Workspaces\u2026").isEnabled);
+}
+
+TEST(MenuModel, WithoutTheWindowNoItemLeadsNowhere) {
+    DockWidget water(Uuid::generate(), "", std::nullopt, DockWidgetKind::defaults(WidgetKind::water));
+    MenuSnapshot snapshot{.profiles = {workspace("Work")}, .widgets = {water}};
+    auto menu = MenuModel::build(snapshot, utc);
+    for (const auto& item : menu)
+        for (const auto* title : {"Edit Workspaces\u2026", "Settings\u2026"}) EXPECT_NE(item.title, title);
+    EXPECT_TRUE(titled(menu, "New Workspace\u2026").isEnabled) << "it asks for a name in an alert of its own";
+    const auto& widgets = titled(menu, "Widgets").submenu;
+    EXPECT_EQ(titles(widgets), std::vector<std::string>{"water (not shown)"});
+    EXPECT_FALSE(widgets[0].isEnabled);
+    EXPECT_EQ(widgets[0].action, std::nullopt);
+}
+
+TEST(MenuModel, ThePermissionsLineTellsWhetherFocusBoundWorkspacesCanSeeTheFocus) {
+    auto focusLines = [](std::optional<FocusAuthorization> access) {
+        auto menu = MenuModel::build(MenuSnapshot{.profiles = {workspace("Work")}, .focusAccess = access}, utc);
+        std::vector<MenuItem> lines;
+        for (const auto& item : menu)
+            if (item.title.find("Focus") != std::string::npos) lines.push_back(item);
+        return lines;
+    };
+    EXPECT_TRUE(focusLines(std::nullopt).empty()) << "no workspace is bound to a Focus";
+    auto ask = focusLines(FocusAuthorization::notDetermined);
+    ASSERT_EQ(ask.size(), 1u);
+    EXPECT_EQ(ask[0].action, MenuAction{.kind = Kind::allowFocusAccess});
+    auto refused = focusLines(FocusAuthorization::denied);
+    ASSERT_EQ(refused.size(), 1u);
+    EXPECT_EQ(refused[0].action, MenuAction{.kind = Kind::openFocusSettings});
+    auto allowed = focusLines(FocusAuthorization::authorized);
+    ASSERT_EQ(allowed.size(), 1u);
+    EXPECT_TRUE(allowed[0].isChecked);
+    EXPECT_FALSE(allowed[0].isEnabled);
+}
+
+TEST(MenuModel, KeyEquivalentsHoldTheCharactersAppKitExpects) {
+    using MenuModel::keyEquivalentCharacter;
+    EXPECT_EQ(keyEquivalentCharacter("Q"), "q");
+    EXPECT_EQ(keyEquivalentCharacter(","), ",");
+    EXPECT_EQ(keyEquivalentCharacter("Space"), " ");
+    EXPECT_EQ(keyEquivalentCharacter("Return"), "\r");
+    EXPECT_EQ(keyEquivalentCharacter("Tab"), "\t");
+    EXPECT_EQ(keyEquivalentCharacter("Delete"), "\b");
+    EXPECT_EQ(keyEquivalentCharacter("Escape"), "\x1b");
+    EXPECT_EQ(keyEquivalentCharacter("\u2191"), "\uF700");
+    EXPECT_EQ(keyEquivalentCharacter("\u2190"), "\uF702");
+    EXPECT_EQ(keyEquivalentCharacter("Key105"), std::nullopt);
+    // Every key a hotkey can name becomes exactly one character.
+    for (std::uint16_t code = 0; code < 128; ++code) {
+        auto label = Hotkey::label(code);
+        if (label.starts_with("Key")) continue;
+        auto character = keyEquivalentCharacter(label);
+        ASSERT_TRUE(character) << label;
+        auto leading = static_cast<unsigned char>((*character)[0]);
+        auto length = leading < 0x80 ? 1u : leading < 0xE0 ? 2u : leading < 0xF0 ? 3u : 4u;
+        EXPECT_EQ(character->size(), length) << label;
+    }
 }
 
 namespace {
@@ -209,4 +268,43 @@ TEST_F(MenuOnState, SettingsWindowsAndQuitGoWhereTheyBelong) {
     choose(Kind::editWorkspaces);
     choose(Kind::quit);
     EXPECT_EQ(asked, (std::vector<std::string>{"widget", "page widgets", "settings", "new", "workspaces", "terminate"}));
+}
+
+TEST_F(MenuOnState, ANewWorkspaceIsNamedInAnAlertAndFocusAccessIsAskedForOnce) {
+    std::optional<NewWorkspaceAnswer> answer;
+    panels.askNewWorkspace = [&] { return answer; };
+    choose(Kind::newWorkspace); // cancelled
+    ASSERT_EQ(state->profiles().size(), 1u);
+    answer = NewWorkspaceAnswer{.name = "  Deep Work ", .fromDock = true};
+    choose(Kind::newWorkspace);
+    ASSERT_EQ(state->profiles().size(), 2u);
+    const auto deep = state->profiles()[1];
+    EXPECT_EQ(deep.name, "Deep Work");
+    EXPECT_EQ(deep.items.size(), 1u) << "the Dock's Safari";
+    EXPECT_NE(deep.color, state->profiles()[0].color) << "the next colour of the palette";
+    answer = NewWorkspaceAnswer{.name = " ", .fromDock = false};
+    choose(Kind::newWorkspace);
+    EXPECT_EQ(state->lastError(), "a workspace needs a name that is not blank");
+    answer = NewWorkspaceAnswer{.name = "Empty", .fromDock = false};
+    choose(Kind::newWorkspace);
+    ASSERT_EQ(state->profiles().size(), 3u);
+    EXPECT_TRUE(state->profiles()[2].items.empty());
+
+    // Access is asked for when a workspace is first bound to a Focus, not before, and only once.
+    focus.access = FocusAuthorization::notDetermined;
+    EXPECT_EQ(now().focusAccess, std::nullopt);
+    auto bound = deep;
+    bound.focusModeBinding = "Work";
+    state->updateProfile(bound);
+    EXPECT_EQ(focus.requests, 1);
+    EXPECT_EQ(now().focusAccess, FocusAuthorization::notDetermined);
+    bound.name = "Deep";
+    state->updateProfile(bound);
+    EXPECT_EQ(focus.requests, 1);
+    choose(Kind::allowFocusAccess);
+    EXPECT_EQ(focus.requests, 2) << "the menu's line asks again";
+    std::vector<std::string> panes;
+    panels.openPrivacySettings = [&](const std::string& pane) { panes.push_back(pane); };
+    choose(Kind::openFocusSettings);
+    EXPECT_EQ(panes, std::vector<std::string>{"Privacy_Focus"});
 }

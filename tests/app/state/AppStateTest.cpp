@@ -456,3 +456,26 @@ TEST_F(Launch, EveryUserSettingHasAMirrorWhoseWritesReachTheUserDefaults) {
     EXPECT_EQ(state.settings(), AppSettings{});
     EXPECT_EQ(AppPreferences(defaults).load(), AppSettings{});
 }
+
+TEST_F(Launch, ASwitchOfTheMacOSDockIsAnnouncedAndARequestMadeDuringItComesRightAfter) {
+    auto home = workspace("Home"), work = workspace("Work"), play = workspace("Play");
+    fileHolds({home, work, play}, home.id);
+    AppSettings macOSDock;
+    macOSDock.usesOwnDock = false;
+    preferences.store(AppSettings{}, macOSDock);
+    auto& state = start();
+    std::vector<std::string> progress;
+    bool pressed = false;
+    state.callbacks.onSwitchProgress = [&](const std::optional<std::string>& to) {
+        progress.push_back(to.value_or("done"));
+        // Hotkeys that a nested event loop delivers while the Dock restarts: the last one counts.
+        if (to && !std::exchange(pressed, true)) {
+            state.switchTo(home.id);
+            state.switchTo(play.id);
+        }
+    };
+    state.switchTo(work.id);
+    EXPECT_EQ(state.activeProfileId(), play.id);
+    EXPECT_EQ(progress, (std::vector<std::string>{"Work", "done", "Play", "done"}));
+    EXPECT_EQ(reloader.callCount(), 2);
+}

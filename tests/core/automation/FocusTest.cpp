@@ -44,7 +44,7 @@ TEST(FocusModeMonitor, WithoutPermissionNothingIsEverReported) {
     ManualClock clock;
     ManualScheduler queue(clock);
     FakeFocusStatusProvider provider;
-    provider.authorized = false;
+    provider.access = FocusAuthorization::denied;
     CapturingLog log;
     int reports = 0;
     {
