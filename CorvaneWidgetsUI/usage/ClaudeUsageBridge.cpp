@@ -28,6 +28,41 @@ constexpr std::string_view scriptHeader = R"(#!/bin/sh
 PREVIOUS=')";
 
 constexpr std::string_view scriptMiddle = "'\nPAYLOAD='";
+/// After the payload line in scripts that keep the status line's own refresh interval; scripts
+/// written before it was kept have no such line.
+constexpr std::string_view intervalPrefix = "PREVIOUS_REFRESH_INTERVAL='";
+
+/// `value` between single quotes for the shell: each quote inside becomes '\''.
+std::string shellQuoted(std::string_view value) {
+    std::string quoted;
+    for (char c : value) {
+        if (c == '\'') quoted += "'\\''";
+        else quoted += c;
+    }
+    return quoted;
+}
+
+/// The single-quoted shell value that begins the line `prefix` starts (after the opening
+/// quote), read back to what was quoted: '\'' is a quote, and the value may span lines.
+std::optional<std::string> quotedValue(std::string_view script, std::string_view prefix) {
+    std::size_t at = script.starts_with(prefix) ? 0 : script.find("\n" + std::string(prefix));
+    if (at == std::string_view::npos) return std::nullopt;
+    std::size_t i = at + (at == 0 ? 0 : 1) + prefix.size();
+    std::string value;
+    while (i < script.size()) {
+        if (script[i] != '\'') {
+            value += script[i++];
+            continue;
+        }
+        if (script.substr(i, 4) == "'\\''") {
+            value += '\'';
+            i += 4;
+            continue;
+        }
+        return value;
+    }
+    return std::nullopt; // no closing quote: not a script of ours
+}
 
 constexpr std::string_view scriptBody = R"SH('
 
@@ -74,6 +109,8 @@ std::string_view describe(ClaudeUsageBridge::BridgeError::Kind kind) {
     case Kind::noClaudeFolder: return "Failed to find ~/.claude because Claude Code has not run here.";
     case Kind::settingsUnreadable: return "Failed to read ~/.claude/settings.json because it is not valid JSON.";
     case Kind::notConnected: return "Failed to disconnect because the status line is not Corvane's.";
+    case Kind::statusLineNotAnObject:
+        return "Failed to connect because \"statusLine\" in ~/.claude/settings.json is not an object; it was left as it is.";
     }
     return {};
 }
@@ -119,73 +156,90 @@ fs::path ClaudeUsageBridge::backupURL() const {
     return path;
 }
 
-std::string ClaudeUsageBridge::script(std::string_view previous, const fs::path& payload) {
+std::string ClaudeUsageBridge::script(std::string_view previous, const fs::path& payload,
+                                      std::optional<std::string_view> previousInterval) {
     std::string text(scriptHeader);
-    for (char c : previous) {
-        if (c == '\'')
-            text += "'\\''";
-        else
-            text += c;
-    }
+    text += shellQuoted(previous);
     text += scriptMiddle;
     text += payload.string();
+    if (previousInterval) {
+        text += "'\n";
+        text += intervalPrefix;
+        text += shellQuoted(*previousInterval);
+    }
     text += scriptBody;
     return text;
+}
+
+std::optional<Json> ClaudeUsageBridge::readSettings() const {
+    auto text = readQuietly(settingsURL());
+    if (!text) return std::nullopt;
+    auto parsed = parseObject(*text);
+    if (!parsed) throw BridgeError(BridgeError::Kind::settingsUnreadable);
+    return parsed;
 }
 
 void ClaudeUsageBridge::connect() const {
     std::error_code error;
     if (!fs::is_directory(home_ / ".claude", error)) throw BridgeError(BridgeError::Kind::noClaudeFolder);
-    Json settings = Json::object();
-    if (auto text = readQuietly(settingsURL())) {
-        auto parsed = parseObject(*text);
-        if (!parsed) throw BridgeError(BridgeError::Kind::settingsUnreadable);
-        settings = std::move(*parsed);
+    auto settings = readSettings().value_or(Json::object());
+    if (settings.contains("statusLine") && !settings["statusLine"].is_object())
+        throw BridgeError(BridgeError::Kind::statusLineNotAnObject);
+    auto line = statusLineObject(settings);
+    std::string previous = statusCommand(settings).value_or("");
+    std::optional<std::string> previousInterval;
+    if (auto interval = line.find("refreshInterval"); interval != line.end()) previousInterval = interval->dump();
+    // Connected already: what the script keeps is the person's, and the settings hold only ours.
+    bool connected = previous == scriptURL().string();
+    if (connected) {
+        previous = chainedCommand().value_or("");
+        previousInterval = chainedRefreshInterval();
     }
-    auto previous = statusCommand(settings).value_or("");
-    // Connecting twice must not chain the script to itself.
-    if (previous == scriptURL().string()) previous.clear();
 
     StoragePath::createDirectory(support_);
-    writeFileAtomically(scriptURL(), script(previous, payloadURL()), 0755);
+    writeFileAtomically(scriptURL(), script(previous, payloadURL(), previousInterval), 0755);
     fs::permissions(scriptURL(), static_cast<fs::perms>(0755));
 
-    auto line = statusLineObject(settings);
     line["type"] = "command";
     line["command"] = scriptURL().string();
     line["refreshInterval"] = 30;
     settings["statusLine"] = std::move(line);
-    save(settings);
+    save(settings, !connected);
 }
 
 void ClaudeUsageBridge::disconnect() const {
-    if (!isConnected()) throw BridgeError(BridgeError::Kind::notConnected);
-    auto text = readQuietly(settingsURL());
-    auto settings = text ? parseObject(*text) : std::nullopt;
-    if (!settings) throw BridgeError(BridgeError::Kind::settingsUnreadable);
+    auto settings = readSettings();
+    if (!settings || statusCommand(*settings) != scriptURL().string()) throw BridgeError(BridgeError::Kind::notConnected);
 
     if (auto previous = chainedCommand()) {
-        // The interval connect set stays: it suits any status line and the user may rely on it.
         auto line = statusLineObject(*settings);
         line["type"] = "command";
         line["command"] = *previous;
+        // The person's own interval comes back; where they had none, the one connect set stays.
+        if (auto interval = chainedRefreshInterval()) {
+            if (auto value = lenient::document(*interval)) line["refreshInterval"] = *value;
+        }
         (*settings)["statusLine"] = std::move(line);
     } else {
         settings->erase("statusLine");
     }
-    save(*settings);
+    // The backup keeps the settings from before connecting, not the connected ones.
+    save(*settings, false);
     // A script someone already deleted is as good as deleted; other failures throw.
     fs::remove(scriptURL());
 }
 
-void ClaudeUsageBridge::save(const Json& settings) const {
+void ClaudeUsageBridge::save(const Json& settings, bool backUp) const {
     // Keys sorted and slashes left alone, so the file stays readable and diffs stay small.
     auto text = prettyJson(settings);
-    if (auto current = readQuietly(settingsURL())) {
+    if (auto current = readQuietly(settingsURL()); current && backUp) {
         std::ofstream backup(backupURL(), std::ios::binary | std::ios::trunc);
         backup << *current; // a failed backup must not stop the change the user asked for
     }
-    writeFileAtomically(settingsURL(), text);
+    // People keep the file in a dotfiles folder and link it here: the link stays, its target changes.
+    std::error_code error;
+    auto target = fs::is_symlink(settingsURL(), error) ? fs::canonical(settingsURL()) : settingsURL();
+    writeFileAtomically(target, text, 0644, ExistingFileMode::kept);
 }
 
 bool ClaudeUsageBridge::isConnected() const {
@@ -210,19 +264,18 @@ std::optional<ClaudeUsageLimits> ClaudeUsageBridge::limits(Date now) const {
 std::optional<std::string> ClaudeUsageBridge::chainedCommand() const {
     auto text = readQuietly(scriptURL());
     if (!text) return std::nullopt;
-    for (const auto& line : text::split(*text, '\n')) {
-        if (!line.starts_with("PREVIOUS=")) continue;
-        // Only the quotes that open and close the value go: the "'\''" of a quote inside the
-        // command stays as the script line holds it, so what comes back is what the line says.
-        // Stripping every quote at the ends would cut "'\''" at the end of a command in half.
-        std::string_view command(line);
-        command.remove_prefix(9);
-        if (command.starts_with('\'')) command.remove_prefix(1);
-        if (command.ends_with('\'')) command.remove_suffix(1);
-        if (command.empty()) return std::nullopt;
-        return std::string(command);
-    }
-    return std::nullopt;
+    // Read as the shell reads it, so a quote or a line break in the command comes back as set.
+    auto command = quotedValue(*text, "PREVIOUS='");
+    if (!command || command->empty()) return std::nullopt;
+    return command;
+}
+
+std::optional<std::string> ClaudeUsageBridge::chainedRefreshInterval() const {
+    auto text = readQuietly(scriptURL());
+    if (!text) return std::nullopt;
+    auto interval = quotedValue(*text, intervalPrefix);
+    if (!interval || interval->empty()) return std::nullopt;
+    return interval;
 }
 
 } // namespace corvane

@@ -18,7 +18,7 @@ class ClaudeUsageBridge {
 public:
     class BridgeError : public std::runtime_error {
     public:
-        enum class Kind { noClaudeFolder, settingsUnreadable, notConnected };
+        enum class Kind { noClaudeFolder, settingsUnreadable, notConnected, statusLineNotAnObject };
         explicit BridgeError(Kind kind);
         Kind kind;
     };
@@ -36,24 +36,34 @@ public:
     std::filesystem::path settingsURL() const { return home_ / ".claude" / "settings.json"; }
     std::filesystem::path backupURL() const;
 
-    /// Writes the script and points "statusLine" at it, keeping the command that was there in the
-    /// script. Throws `BridgeError`, `DataFileError` or `std::filesystem::filesystem_error`.
+    /// Writes the script and points "statusLine" at it, keeping the command that was there, and
+    /// its refresh interval, in the script; connected already, it keeps what the script holds.
+    /// The settings before are copied to `backupURL()`. A settings file that is a link is written
+    /// through to its target, keeping the target's mode. Throws `BridgeError`, `DataFileError` or
+    /// `std::filesystem::filesystem_error`, having changed nothing.
     void connect() const;
-    /// Puts the kept command back (or removes "statusLine" when there was none) and deletes the
-    /// script; the payload stays and ages. Refuses a status line that is not ours.
+    /// Puts the kept command and interval back (or removes "statusLine" when there was none) and
+    /// deletes the script; the payload stays and ages, and the backup keeps the settings as they
+    /// were before connecting. Refuses a status line that is not ours.
     void disconnect() const;
     /// "statusLine"."command" is the script.
     bool isConnected() const;
     /// The last payload, read at its modification date (`now` when that is unknown).
     std::optional<ClaudeUsageLimits> limits(Date now) const;
 
-    /// The status-line command the script passes its input on to, as the script holds it.
+    /// The status-line command the script passes its input on to, exactly as it was set.
     std::optional<std::string> chainedCommand() const;
-    /// The whole script for a previous command (empty for none) and a payload path.
-    static std::string script(std::string_view previous, const std::filesystem::path& payload);
+    /// The "refreshInterval" the status line had before connecting, as JSON text.
+    std::optional<std::string> chainedRefreshInterval() const;
+    /// The whole script for a previous command (empty for none) and a payload path; with
+    /// `previousInterval` (JSON text), the status line's own refresh interval is kept in it too.
+    static std::string script(std::string_view previous, const std::filesystem::path& payload,
+                              std::optional<std::string_view> previousInterval = std::nullopt);
 
 private:
-    void save(const nlohmann::json& settings) const;
+    /// Reads the settings: none when there is no file, an object, or `settingsUnreadable`.
+    std::optional<nlohmann::json> readSettings() const;
+    void save(const nlohmann::json& settings, bool backUp) const;
 
     std::filesystem::path home_;
     std::filesystem::path support_;

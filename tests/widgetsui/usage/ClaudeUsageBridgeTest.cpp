@@ -55,11 +55,12 @@ TEST(ClaudeUsageBridge, ConnectKeepsTheUsersStatusLineAndDisconnectPutsItBackAsT
     b.bridge.disconnect();
     EXPECT_FALSE(b.bridge.isConnected());
     EXPECT_FALSE(std::filesystem::exists(b.bridge.scriptURL()));
-    // Quotes go only at the ends; the interval connect set stays.
+    // The command comes back as it was; the interval connect set stays where there was none.
     EXPECT_EQ(b.settings()["statusLine"], Json({{"type", "command"},
-                                                {"command", R"(ccline --theme '\''dark'\'')"},
+                                                {"command", "ccline --theme 'dark'"},
                                                 {"refreshInterval", 30},
                                                 {"padding", 0}}));
+    EXPECT_EQ(readText(b.bridge.backupURL()), original) << "the backup keeps what the person had";
 }
 
 TEST(ClaudeUsageBridge, ConnectingTwiceChainsNothingAndDisconnectThenRemovesTheStatusLine) {
@@ -89,7 +90,16 @@ TEST(ClaudeUsageBridge, RefusalsSayWhyAndChangeNothing) {
         EXPECT_FALSE(std::filesystem::exists(b.bridge.scriptURL()));
     }
     EXPECT_STREQ(thrown<ClaudeUsageBridge::BridgeError>([&] { b.bridge.disconnect(); }).value().what(),
+                 "Failed to read ~/.claude/settings.json because it is not valid JSON.");
+    writeText(b.bridge.settingsURL(), "{}");
+    EXPECT_STREQ(thrown<ClaudeUsageBridge::BridgeError>([&] { b.bridge.disconnect(); }).value().what(),
                  "Failed to disconnect because the status line is not Corvane's.");
+    const std::string shapeless = R"({"statusLine": "ccline"})";
+    writeText(b.bridge.settingsURL(), shapeless);
+    EXPECT_EQ(thrown<ClaudeUsageBridge::BridgeError>([&] { b.bridge.connect(); }).value().kind,
+              ClaudeUsageBridge::BridgeError::Kind::statusLineNotAnObject);
+    EXPECT_EQ(readText(b.bridge.settingsURL()), shapeless);
+    EXPECT_FALSE(std::filesystem::exists(b.bridge.scriptURL()));
 
     // Someone pointed the status line elsewhere by hand: it is theirs now.
     writeText(b.bridge.settingsURL(), "{}");
@@ -133,4 +143,51 @@ TEST(ClaudeUsageBridge, WithoutAPreviousStatusLineTheScriptDrawsAPlainOne) {
     EXPECT_TRUE(result.out.ends_with("m left")) << result.out;
     EXPECT_EQ(runScript(b, "not json").out, "");
     EXPECT_EQ(readText(b.bridge.payloadURL()), "not json");
+}
+
+TEST(ClaudeUsageBridge, ConnectThenDisconnectGivesEveryStatusLineBackAsItWas) {
+    const auto real = Json::parse(readText(std::string(CORVANE_TEST_DATA) + "/claude/settings-01-mu.json"));
+    const std::vector<Json> lines = {
+        {{"type", "command"}, {"command", "ccline --theme 'dark' --sep ' | '"}},
+        {{"type", "command"}, {"command", "printf 'a'\nprintf \"b\"\n"}, {"padding", 0}},
+        {{"type", "command"}, {"command", "bash \"$(dirname ~/x)/status line.sh\" '$HOME' \\'"}, {"refreshInterval", 5}},
+        {{"type", "command"}, {"command", "~/.claude/statusline.sh"}, {"refreshInterval", 60.5}},
+        {{"type", "command"}, {"command", "'"}},
+    };
+    for (const auto& line : lines) {
+        SCOPED_TRACE(line.dump());
+        for (bool linked : {false, true}) {
+            Bridge b;
+            auto before = real;
+            before["statusLine"] = line;
+            // A settings file kept in a dotfiles folder and linked here, read-only as some keep it.
+            auto file = linked ? b.home / "dotfiles/claude/settings.json" : b.bridge.settingsURL();
+            writeText(file, before.dump(2));
+            ::chmod(file.c_str(), linked ? 0444 : 0640);
+            if (linked) std::filesystem::create_symlink(file, b.bridge.settingsURL());
+
+            b.bridge.connect();
+            b.bridge.connect(); // twice: the person's status line must survive it
+            EXPECT_EQ(b.bridge.chainedCommand(), line["command"].get<std::string>());
+            b.bridge.disconnect();
+            auto after = before;
+            // The interval connect set stays only where the person had none of their own.
+            if (!line.contains("refreshInterval")) after["statusLine"]["refreshInterval"] = 30;
+            EXPECT_EQ(Json::parse(readText(file)), after);
+            EXPECT_EQ(Json::parse(readText(b.bridge.backupURL())), before);
+            EXPECT_EQ(std::filesystem::is_symlink(b.bridge.settingsURL()), linked);
+            struct stat info {};
+            ASSERT_EQ(::stat(file.c_str(), &info), 0);
+            EXPECT_EQ(info.st_mode & 07777, linked ? 0444u : 0640u);
+        }
+    }
+}
+
+TEST(ClaudeUsageBridge, AKeptCommandOfSeveralLinesRunsWhole) {
+    Bridge b;
+    writeText(b.bridge.settingsURL(), Json({{"statusLine", {{"command", "printf 'it'\\''s '\nprintf \"%s\" \"$(cat | wc -c | tr -d ' ')\""}}}}).dump());
+    b.bridge.connect();
+    auto result = runScript(b, "12345");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out, "it's 5");
 }
