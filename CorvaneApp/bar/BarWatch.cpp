@@ -7,7 +7,8 @@ namespace corvane {
 BarWatch::BarWatch(Scheduler& scheduler, RunningApplications& applications, WindowList& windows, Callbacks callbacks)
     : scheduler_(scheduler), applications_(applications), windows_(windows), callbacks_(std::move(callbacks)),
       running_(applications.regularApplications()), shown_(windows.windows()), front_(windows.frontApplication()) {
-    applications_.onLaunchOrTermination([this] { schedule(applicationsRead_, applicationsSettle, &BarWatch::readApplications); });
+    applications_.onLaunchOrTermination(
+        [this] { schedule(applicationsRead_, applicationsSettle, &BarWatch::readApplications); });
     windows_.onArrangementChange([this] {
         readWindows();
         // Read once more after the slide: the new front application's windows move into place

@@ -250,6 +250,9 @@ struct BarPanel::Views {
                                            .captions = [this](const Uuid& id) { return widgets.caption(id); }}));
         if (screen) place(*screen);
         draw();
+        // The rules decide at once, so the bar never flashes up over a full-screen app or a
+        // covering window before the pointer first moves.
+        updateVisibility();
         // An auto-hidden bar stays hidden until the pointer brings it back.
         if (controller->isShown()) [panel orderFrontRegardless];
     }
@@ -323,20 +326,21 @@ BarPanel::BarPanel(AppState& state, AppPlatform& platform, const std::filesystem
     views->panel.contentView = views->view;
     // Pointer moves over other applications' windows reach a global monitor only; over the bar
     // itself, the view's own events do. A drag or a release may have moved or resized a window.
-    views->pointerMonitor = [NSEvent
-        addGlobalMonitorForEventsMatchingMask:NSEventMaskMouseMoved | NSEventMaskLeftMouseDragged | NSEventMaskLeftMouseUp
-                                      handler:^(NSEvent*) {
-                                        views->watch->pointerActivity();
-                                        views->updateVisibility();
-                                      }];
+    NSEventMask pointerEvents = NSEventMaskMouseMoved | NSEventMaskLeftMouseDragged | NSEventMaskLeftMouseUp;
+    views->pointerMonitor = [NSEvent addGlobalMonitorForEventsMatchingMask:pointerEvents
+                                                                   handler:^(NSEvent*) {
+                                                                     views->watch->pointerActivity();
+                                                                     views->updateVisibility();
+                                                                   }];
     // A screen connected, removed or rearranged, or a new resolution: the bar finds its screen,
     // length and density again.
-    views->screenObserver = [NSNotificationCenter.defaultCenter addObserverForName:NSApplicationDidChangeScreenParametersNotification
-                                                                            object:nil
-                                                                             queue:NSOperationQueue.mainQueue
-                                                                        usingBlock:^(NSNotification*) {
-                                                                          views->reload();
-                                                                        }];
+    views->screenObserver =
+        [NSNotificationCenter.defaultCenter addObserverForName:NSApplicationDidChangeScreenParametersNotification
+                                                        object:nil
+                                                         queue:NSOperationQueue.mainQueue
+                                                    usingBlock:^(NSNotification*) {
+                                                      views->reload();
+                                                    }];
     reload();
 }
 

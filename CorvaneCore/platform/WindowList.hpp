@@ -24,7 +24,8 @@ public:
     };
 
     virtual ~WindowList() = default;
-    /// The on-screen windows of every process but this one, front to back.
+    /// The on-screen windows of every process but this one that show anything (not fully
+    /// transparent), front to back.
     virtual std::vector<Window> windows() = 0;
     /// The process of the application in front; none when the system names none.
     virtual std::optional<std::int32_t> frontApplication() = 0;

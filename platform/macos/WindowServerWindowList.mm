@@ -35,6 +35,9 @@ std::vector<WindowList::Window> WindowServerWindowList::windows() {
     for (NSDictionary* info in (__bridge NSArray*)list) {
         std::int32_t owner = number(info, kCGWindowOwnerPID);
         if (owner == self) continue;
+        // Fully transparent windows (overlays that only catch events) show nothing to hide.
+        id alpha = info[(__bridge NSString*)kCGWindowAlpha];
+        if ([alpha isKindOfClass:NSNumber.class] && [(NSNumber*)alpha doubleValue] <= 0) continue;
         CGRect bounds;
         id description = info[(__bridge NSString*)kCGWindowBounds];
         if (![description isKindOfClass:NSDictionary.class] ||
