@@ -36,6 +36,13 @@ Rect BarWindowController::panelFrame(const Rect& screen) const {
     return {};
 }
 
+std::optional<BarScreen> BarWindowController::home(const std::vector<BarScreen>& screens) {
+    if (screens.empty()) return std::nullopt;
+    auto screen = screens.front();
+    if (!(screen.scale > 0)) screen.scale = 1;
+    return screen;
+}
+
 double BarWindowController::along(Point point) const {
     return content_.scene.style.position == DockPosition::bottom ? point.x : point.y;
 }

@@ -46,6 +46,16 @@ struct BarClick {
     bool operator==(const BarClick&) const = default;
 };
 
+/// A screen as the system lists them: the one with the menu bar first.
+struct BarScreen {
+    /// Global coordinates, y up.
+    Rect frame;
+    /// Pixels per point.
+    double scale = 1;
+
+    bool operator==(const BarScreen&) const = default;
+};
+
 /// The own Dock bar's window as a model: where the panel sits, which tile is under the pointer,
 /// what clicks, drags and scrolls mean, how the magnifying lens moves, and when the bar shows or
 /// hides. The panel forwards its events here in view coordinates (points, top-down, origin at
@@ -93,6 +103,10 @@ public:
     /// The panel's frame on a screen (global coordinates, y up): on the bar's edge, centred
     /// along it, as large as the view.
     Rect panelFrame(const Rect& screen) const;
+
+    /// The screen the bar belongs on: the one with the menu bar, where the system's own Dock
+    /// starts too. None while no screen is connected.
+    static std::optional<BarScreen> home(const std::vector<BarScreen>& screens);
 
     /// The tile whose drawn frame holds `point`; the hovered tile first, since it lies on top.
     std::optional<std::size_t> tileAt(Point point) const;

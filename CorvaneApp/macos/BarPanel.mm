@@ -1,6 +1,7 @@
 #include "CorvaneApp/macos/BarPanel.hpp"
 
 #include "CorvaneApp/bar/BarContent.hpp"
+#include "CorvaneApp/bar/BarWatch.hpp"
 #include "CorvaneApp/bar/BarWidgetHost.hpp"
 #include "CorvaneApp/looks/IconOverrides.hpp"
 #include "CorvaneApp/render/BarCompositor.hpp"
@@ -13,8 +14,14 @@
 
 using namespace corvane;
 
-/// Forwards the view's events, in its own top-down coordinates, to the handlers it is given.
+/// Forwards the view's events, in its own top-down coordinates, to the handlers it is given, and
+/// shows the last picture it was handed. The layer is AppKit's: a picture set on it directly
+/// is lost on the next redisplay, so the view keeps the picture and puts it on the layer
+/// whenever AppKit asks.
 @interface CorvaneBarView : NSView
+/// A CGImage.
+@property(nonatomic, strong) id image;
+@property(nonatomic) CGFloat imageScale;
 @property(nonatomic, copy) void (^onPointer)(NSPoint point, BOOL inside);
 @property(nonatomic, copy) void (^onPress)(NSPoint point, int phase);
 @property(nonatomic, copy) void (^onScroll)(CGFloat delta, NSTimeInterval at, BOOL precise);
@@ -24,6 +31,15 @@ using namespace corvane;
 
 - (BOOL)isFlipped {
     return YES;
+}
+
+- (BOOL)wantsUpdateLayer {
+    return YES;
+}
+
+- (void)updateLayer {
+    self.layer.contents = self.image;
+    self.layer.contentsScale = self.imageScale;
 }
 
 - (BOOL)acceptsFirstMouse:(NSEvent*)event {
@@ -81,14 +97,22 @@ void open(const BarClick& click, AppState& state) {
     NSWorkspace* workspace = NSWorkspace.sharedWorkspace;
     switch (click.kind) {
     case BarClick::Kind::activateApp:
-        [[NSRunningApplication runningApplicationWithProcessIdentifier:click.pid.value_or(0)]
-            activateWithOptions:NSApplicationActivateAllWindows];
+        // Opening a running application brings it forward through the system, which a
+        // background app asking to be activated cannot count on; and an app with no window left
+        // opens one, as it does from the system's Dock. Only an app with no known bundle is
+        // activated by its process.
+        if (click.target.empty()) {
+            [[NSRunningApplication runningApplicationWithProcessIdentifier:click.pid.value_or(0)]
+                activateWithOptions:NSApplicationActivateAllWindows];
+            return;
+        }
+        [[fallthrough]];
+    case BarClick::Kind::launchApp: {
+        NSWorkspaceOpenConfiguration* configuration = [NSWorkspaceOpenConfiguration configuration];
+        configuration.activates = YES;
+        [workspace openApplicationAtURL:fileURL(click.target) configuration:configuration completionHandler:nil];
         return;
-    case BarClick::Kind::launchApp:
-        [workspace openApplicationAtURL:fileURL(click.target)
-                          configuration:[NSWorkspaceOpenConfiguration configuration]
-                      completionHandler:nil];
-        return;
+    }
     case BarClick::Kind::openFile:
     case BarClick::Kind::openStack: // until stacks have their own window, the folder opens in the Finder
         [workspace openURL:fileURL(click.target)];
@@ -117,12 +141,11 @@ void open(const BarClick& click, AppState& state) {
 
 struct BarPanel::Views {
     Views(AppState& appState, AppPlatform& platform, const std::filesystem::path& dataDirectory)
-        : state(appState), applications(platform.applications), icons(dataDirectory),
+        : state(appState), icons(dataDirectory),
           downloads(DownloadsTile::folder(platform.environment).string()),
           widgets(platform.scheduler, {platform.clock, calendar, alerts, &platform.defaults}, [this] { reload(); }) {}
 
     AppState& state;
-    RunningApplications& applications;
     CFCalendarAdapter calendar;
     MacUserAlerts alerts;
     IconOverrides icons;
@@ -130,21 +153,33 @@ struct BarPanel::Views {
     BarWidgetHost widgets;
     std::unique_ptr<BarWindowController> controller;
     std::unique_ptr<BarCompositor> compositor;
+    std::unique_ptr<BarWatch> watch;
     NSPanel* panel = nil;
     CorvaneBarView* view = nil;
     NSTimer* frames = nil;
     id pointerMonitor = nil;
-    std::vector<RunningApp> running;
+    id screenObserver = nil;
 
-    /// The visibility rules, fed with the pointer wherever it is on screen.
+    static std::vector<BarScreen> screens() {
+        std::vector<BarScreen> found;
+        for (NSScreen* screen in NSScreen.screens) found.push_back({rect(screen.frame), screen.backingScaleFactor});
+        return found;
+    }
+
+    /// The visibility rules, fed with the pointer wherever it is on screen and with the windows
+    /// last read.
     void updateVisibility() {
-        NSScreen* screen = NSScreen.mainScreen;
+        auto all = screens();
+        auto screen = BarWindowController::home(all);
         if (!screen || !state.settings().usesOwnDock) return;
         const auto& settings = state.settings();
         NSPoint pointer = NSEvent.mouseLocation;
-        DockVisibility::Input input{.screenFrame = rect(screen.frame),
+        auto windows = watch->windowsOn(screen->frame, all.front().frame.maxY());
+        DockVisibility::Input input{.screenFrame = screen->frame,
                                     .barFrame = rect(panel.frame),
+                                    .windowFrames = std::move(windows.windowFrames),
                                     .hidesWhenCovered = settings.hidesDockWhenCovered,
+                                    .isFullScreen = windows.isFullScreen,
                                     .pointer = {pointer.x, pointer.y},
                                     .autohidesByPreference = settings.autoHidesDock.value_or(false),
                                     .position = settings.dockStyle.position};
@@ -161,9 +196,9 @@ struct BarPanel::Views {
                                                      static_cast<size_t>(compositor->stride()), space,
                                                      static_cast<CGBitmapInfo>(kCGImageAlphaPremultipliedFirst) |
                                                          static_cast<CGBitmapInfo>(kCGBitmapByteOrder32Little));
-        CGImageRef image = CGBitmapContextCreateImage(context);
-        view.layer.contents = (__bridge id)image;
-        CGImageRelease(image);
+        view.image = (__bridge_transfer id)CGBitmapContextCreateImage(context);
+        view.imageScale = compositor->scale();
+        view.needsDisplay = YES;
         CGContextRelease(context);
         CGColorSpaceRelease(space);
     }
@@ -183,38 +218,41 @@ struct BarPanel::Views {
                                                    }];
     }
 
-    void place() {
-        NSScreen* screen = NSScreen.mainScreen;
-        if (!screen) return;
-        NSRect frame = screen.frame;
-        Rect placed = controller->panelFrame(rect(frame));
+    /// On the home screen, at its density: the bar may have come from a screen of another.
+    void place(const BarScreen& screen) {
+        Rect placed = controller->panelFrame(screen.frame);
         [panel setFrame:NSMakeRect(placed.x, placed.y, placed.width, placed.height) display:NO];
-        view.layer.contentsScale = screen.backingScaleFactor;
+        compositor->setScale(screen.scale);
     }
 
     void reload() {
-        if (!state.settings().usesOwnDock) {
+        const auto& settings = state.settings();
+        // Reading windows costs the window server work: only while they can send the bar away.
+        watch->watchCovering(settings.usesOwnDock && settings.hidesDockWhenCovered);
+        if (!settings.usesOwnDock) {
             [panel orderOut:nil];
             return;
         }
         const Profile* active = nullptr;
         for (const auto& profile : state.profiles())
             if (profile.id == state.activeProfileId()) active = &profile;
-        running = applications.regularApplications();
         widgets.sync(state.widgetStore().file());
-        const auto& style = state.settings().dockStyle;
-        NSScreen* screen = NSScreen.mainScreen;
+        const auto& style = settings.dockStyle;
+        auto screen = BarWindowController::home(screens());
         double length = 0;
-        if (screen) length = style.position == DockPosition::bottom ? screen.frame.size.width : screen.frame.size.height;
+        if (screen) length = style.position == DockPosition::bottom ? screen->frame.width : screen->frame.height;
         controller->show(barContent(active, state.widgetStore().file(), style,
-                                          {.running = running,
+                                          {.running = watch->applications(),
                                            .ownership = &state.workspaceApps().ownership,
                                            .downloads = downloads,
                                            .icons = barIcons(icons),
                                            .screenLength = length,
                                            .captions = [this](const Uuid& id) { return widgets.caption(id); }}));
-        place();
+        if (screen) place(*screen);
         draw();
+        // The rules decide at once, so the bar never flashes up over a full-screen app or a
+        // covering window before the pointer first moves.
+        updateVisibility();
         // An auto-hidden bar stays hidden until the pointer brings it back.
         if (controller->isShown()) [panel orderFrontRegardless];
     }
@@ -244,8 +282,13 @@ BarPanel::BarPanel(AppState& state, AppPlatform& platform, const std::filesystem
                     else [views->panel orderOut:nil];
                 },
         });
-    double scale = NSScreen.mainScreen ? NSScreen.mainScreen.backingScaleFactor : 2;
-    views->compositor = std::make_unique<BarCompositor>(scale);
+    auto home = BarWindowController::home(Views::screens());
+    views->compositor = std::make_unique<BarCompositor>(home ? home->scale : 2);
+    views->watch = std::make_unique<BarWatch>(platform.scheduler, platform.applications, platform.windows,
+                                              BarWatch::Callbacks{
+                                                  .onApplicationsChange = [views] { views->reload(); },
+                                                  .onWindowsChange = [views] { views->updateVisibility(); },
+                                              });
 
     views->panel = [[NSPanel alloc] initWithContentRect:NSMakeRect(0, 0, 100, 100)
                                               styleMask:NSWindowStyleMaskBorderless | NSWindowStyleMaskNonactivatingPanel
@@ -263,6 +306,7 @@ BarPanel::BarPanel(AppState& state, AppPlatform& platform, const std::filesystem
 
     views->view = [[CorvaneBarView alloc] initWithFrame:NSMakeRect(0, 0, 100, 100)];
     views->view.wantsLayer = YES;
+    views->view.layerContentsRedrawPolicy = NSViewLayerContentsRedrawOnSetNeedsDisplay;
     views->view.onPointer = ^(NSPoint point, BOOL inside) {
       if (inside) views->controller->pointerMoved({point.x, point.y});
       else views->controller->pointerExited();
@@ -281,16 +325,28 @@ BarPanel::BarPanel(AppState& state, AppPlatform& platform, const std::filesystem
     };
     views->panel.contentView = views->view;
     // Pointer moves over other applications' windows reach a global monitor only; over the bar
-    // itself, the view's own events do.
-    views->pointerMonitor = [NSEvent addGlobalMonitorForEventsMatchingMask:NSEventMaskMouseMoved
+    // itself, the view's own events do. A drag or a release may have moved or resized a window.
+    NSEventMask pointerEvents = NSEventMaskMouseMoved | NSEventMaskLeftMouseDragged | NSEventMaskLeftMouseUp;
+    views->pointerMonitor = [NSEvent addGlobalMonitorForEventsMatchingMask:pointerEvents
                                                                    handler:^(NSEvent*) {
+                                                                     views->watch->pointerActivity();
                                                                      views->updateVisibility();
                                                                    }];
+    // A screen connected, removed or rearranged, or a new resolution: the bar finds its screen,
+    // length and density again.
+    views->screenObserver =
+        [NSNotificationCenter.defaultCenter addObserverForName:NSApplicationDidChangeScreenParametersNotification
+                                                        object:nil
+                                                         queue:NSOperationQueue.mainQueue
+                                                    usingBlock:^(NSNotification*) {
+                                                      views->reload();
+                                                    }];
     reload();
 }
 
 BarPanel::~BarPanel() {
     if (views_->pointerMonitor) [NSEvent removeMonitor:views_->pointerMonitor];
+    if (views_->screenObserver) [NSNotificationCenter.defaultCenter removeObserver:views_->screenObserver];
     [views_->frames invalidate];
     [views_->panel orderOut:nil];
 }

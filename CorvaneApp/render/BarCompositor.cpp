@@ -55,6 +55,13 @@ std::size_t BarCompositor::KeyHash::operator()(const Key& key) const noexcept {
 
 BarCompositor::BarCompositor(double scale, std::size_t cacheBytes) : scale_(scale > 0 ? scale : 1), budget_(cacheBytes) {}
 
+void BarCompositor::setScale(double scale) {
+    if (!(scale > 0) || scale == scale_) return;
+    scale_ = scale;
+    forgetArt();
+    look_.reset();
+}
+
 BarCompositor::~BarCompositor() {
     forgetArt();
     if (target_) cairo_surface_destroy(target_);

@@ -28,6 +28,11 @@ public:
     BarCompositor(const BarCompositor&) = delete;
     BarCompositor& operator=(const BarCompositor&) = delete;
 
+    /// The view moved to a screen of another pixel density: the next frame repaints everything at
+    /// `scale`, and the tile art made for the old density is let go.
+    void setScale(double scale);
+    double scale() const { return scale_; }
+
     /// Brings the image to `frame` and returns the part of the view, in points, that changed;
     /// none when nothing did. A new scene or layout size repaints everything.
     std::optional<Rect> compose(const BarScene& scene, const BarLayout& layout, const BarFrame& frame,

@@ -15,6 +15,7 @@
 #include "CorvaneCore/platform/SpacesPreferences.hpp"
 #include "CorvaneCore/platform/SystemFolders.hpp"
 #include "CorvaneCore/platform/UserDefaults.hpp"
+#include "CorvaneCore/platform/WindowList.hpp"
 #include "CorvaneStorage/backup/BackupManager.hpp"
 
 #include <filesystem>
@@ -46,6 +47,8 @@ struct AppPlatform {
     HotkeyRegistrar& hotkeys;
     FocusStatusProvider& focus;
     RunningApplications& applications;
+    /// Other applications' windows, which may cover the own Dock bar or fill the screen.
+    WindowList& windows;
     DesktopServer& desktops;
     DesktopEvents& desktopEvents;
     SpacesPreferences& spaces;

@@ -19,6 +19,7 @@
 #include "platform/macos/OsLog.hpp"
 #include "platform/macos/SkyLightDesktopServer.hpp"
 #include "platform/macos/SystemFocusStatusProvider.hpp"
+#include "platform/macos/WindowServerWindowList.hpp"
 #include "platform/macos/WorkspaceDesktopEvents.hpp"
 #include "platform/macos/WorkspaceRunningApplications.hpp"
 #else
@@ -64,6 +65,7 @@ struct LivePlatform::Adapters : CommonAdapters {
     CarbonHotkeyRegistrar hotkeys;
     SystemFocusStatusProvider focus;
     WorkspaceRunningApplications applications;
+    WindowServerWindowList windows;
     SkyLightDesktopServer desktops;
     WorkspaceDesktopEvents desktopEvents;
     CFPreferencesSpacesPreferences spaces;
@@ -83,6 +85,7 @@ struct LivePlatform::Adapters : CommonAdapters {
     AbsentHotkeyRegistrar hotkeys;
     AbsentFocusStatus focus;
     AbsentRunningApplications applications;
+    AbsentWindowList windows;
     AbsentDesktops desktops;
     AbsentDesktops& desktopEvents = desktops;
     AbsentDesktops& spaces = desktops;
@@ -107,6 +110,7 @@ LivePlatform::LivePlatform(Options options) : adapters_(std::make_unique<Adapter
         .hotkeys = a.hotkeys,
         .focus = a.focus,
         .applications = a.applications,
+        .windows = a.windows,
         .desktops = a.desktops,
         .desktopEvents = a.desktopEvents,
         .spaces = a.spaces,

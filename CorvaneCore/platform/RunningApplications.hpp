@@ -23,6 +23,9 @@ public:
     virtual void terminate(std::int32_t pid) = 0;
     /// Called with the process id whenever an application becomes the active one.
     virtual void onActivation(std::function<void(std::int32_t pid)> handler) = 0;
+    /// Called on the main thread whenever an application starts or quits; several may come at
+    /// once (a login starts many). Replaces any earlier handler, as `onActivation` does.
+    virtual void onLaunchOrTermination(std::function<void()> handler) = 0;
 };
 
 } // namespace corvane

@@ -20,11 +20,13 @@ public:
     void unhide(std::int32_t pid) override;
     void terminate(std::int32_t pid) override;
     void onActivation(std::function<void(std::int32_t pid)> handler) override;
+    void onLaunchOrTermination(std::function<void()> handler) override;
 
 private:
     struct Token;
-    void removeObserver();
+    static void removeObserver(std::unique_ptr<Token>& observer);
     std::unique_ptr<Token> observer_;
+    std::unique_ptr<Token> lifecycle_;
 };
 
 } // namespace corvane

@@ -21,11 +21,15 @@ std::optional<std::string> text(NSString* value) {
 
 struct WorkspaceRunningApplications::Token {
     id value;
+    id second = nil;
 };
 
 WorkspaceRunningApplications::WorkspaceRunningApplications() = default;
 
-WorkspaceRunningApplications::~WorkspaceRunningApplications() { removeObserver(); }
+WorkspaceRunningApplications::~WorkspaceRunningApplications() {
+    removeObserver(observer_);
+    removeObserver(lifecycle_);
+}
 
 std::vector<RunningApp> WorkspaceRunningApplications::regularApplications() {
     std::vector<RunningApp> apps;
@@ -49,14 +53,16 @@ void WorkspaceRunningApplications::unhide(std::int32_t pid) { [application(pid) 
 
 void WorkspaceRunningApplications::terminate(std::int32_t pid) { [application(pid) terminate]; }
 
-void WorkspaceRunningApplications::removeObserver() {
-    if (!observer_) return;
-    [NSWorkspace.sharedWorkspace.notificationCenter removeObserver:observer_->value];
-    observer_.reset();
+void WorkspaceRunningApplications::removeObserver(std::unique_ptr<Token>& observer) {
+    if (!observer) return;
+    NSNotificationCenter* center = NSWorkspace.sharedWorkspace.notificationCenter;
+    [center removeObserver:observer->value];
+    if (observer->second != nil) [center removeObserver:observer->second];
+    observer.reset();
 }
 
 void WorkspaceRunningApplications::onActivation(std::function<void(std::int32_t pid)> handler) {
-    removeObserver();
+    removeObserver(observer_);
     if (!handler) return;
     auto shared = std::make_shared<std::function<void(std::int32_t)>>(std::move(handler));
     id token = [NSWorkspace.sharedWorkspace.notificationCenter
@@ -68,6 +74,25 @@ void WorkspaceRunningApplications::onActivation(std::function<void(std::int32_t 
                   if (app != nil) (*shared)(app.processIdentifier);
                 }];
     observer_ = std::make_unique<Token>(Token{token});
+}
+
+void WorkspaceRunningApplications::onLaunchOrTermination(std::function<void()> handler) {
+    removeObserver(lifecycle_);
+    if (!handler) return;
+    auto shared = std::make_shared<std::function<void()>>(std::move(handler));
+    NSNotificationCenter* center = NSWorkspace.sharedWorkspace.notificationCenter;
+    void (^forward)(NSNotification*) = ^(NSNotification*) {
+      (*shared)();
+    };
+    id launched = [center addObserverForName:NSWorkspaceDidLaunchApplicationNotification
+                                      object:nil
+                                       queue:NSOperationQueue.mainQueue
+                                  usingBlock:forward];
+    id terminated = [center addObserverForName:NSWorkspaceDidTerminateApplicationNotification
+                                        object:nil
+                                         queue:NSOperationQueue.mainQueue
+                                    usingBlock:forward];
+    lifecycle_ = std::make_unique<Token>(Token{launched, terminated});
 }
 
 } // namespace corvane

@@ -10,6 +10,7 @@
 #include "CorvaneCore/platform/HotkeyRegistrar.hpp"
 #include "CorvaneCore/platform/RunningApplications.hpp"
 #include "CorvaneCore/platform/SpacesPreferences.hpp"
+#include "CorvaneCore/platform/WindowList.hpp"
 
 namespace corvane {
 
@@ -42,6 +43,15 @@ public:
     void unhide(std::int32_t) override {}
     void terminate(std::int32_t) override {}
     void onActivation(std::function<void(std::int32_t)>) override {}
+    void onLaunchOrTermination(std::function<void()>) override {}
+};
+
+/// No windows of other applications: nothing covers the bar and nothing is full screen.
+class AbsentWindowList final : public WindowList {
+public:
+    std::vector<Window> windows() override { return {}; }
+    std::optional<std::int32_t> frontApplication() override { return std::nullopt; }
+    void onArrangementChange(std::function<void()>) override {}
 };
 
 /// No desktops, no desktop changes and no per-application desktop bindings.

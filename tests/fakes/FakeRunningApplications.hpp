@@ -23,6 +23,7 @@ public:
     }
     void terminate(std::int32_t pid) override { terminated.push_back(pid); }
     void onActivation(std::function<void(std::int32_t)> handler) override { activate = std::move(handler); }
+    void onLaunchOrTermination(std::function<void()> handler) override { launchedOrQuit = std::move(handler); }
 
     RunningApp& launch(std::int32_t pid, std::string bundleIdentifier, std::string path = {}) {
         RunningApp app;
@@ -38,6 +39,7 @@ public:
     std::set<std::int32_t> hidden, refusesToHide;
     std::vector<std::int32_t> unhidden, terminated;
     std::function<void(std::int32_t)> activate;
+    std::function<void()> launchedOrQuit;
 };
 
 } // namespace corvane

@@ -188,7 +188,13 @@ TEST_F(Bar, AnAutoHidingBarHidesAndComesBackOnlyWhenThePointerWaitsAtTheEdge) {
     EXPECT_TRUE(bar.isShown());
 }
 
-TEST_F(Bar, ThePanelSitsCentredOnItsEdge) {
+TEST_F(Bar, ThePanelSitsCentredOnItsEdgeOfTheMenuBarScreen) {
+    // The system lists the menu-bar screen first, wherever the key window is.
+    EXPECT_EQ(BarWindowController::home({}), std::nullopt);
+    auto home = BarWindowController::home({{.frame = {0, 0, 1440, 900}, .scale = 2}, {.frame = {1440, 0, 1920, 1080}}});
+    EXPECT_EQ(home, (BarScreen{.frame = {0, 0, 1440, 900}, .scale = 2}));
+    EXPECT_EQ(BarWindowController::home({{.frame = {0, 0, 800, 600}, .scale = 0}})->scale, 1) << "an unknown density";
+
     Rect screen{100, 50, 1440, 900};
     auto bottom = bar.panelFrame(screen);
     EXPECT_DOUBLE_EQ(bottom.midX(), screen.midX());

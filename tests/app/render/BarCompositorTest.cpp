@@ -117,3 +117,22 @@ TEST(BarCompositor, ANewSceneRepaintsEverythingAndOnlyTheHoveredNameChangesAStre
     EXPECT_EQ(compositor.image().pixels, single.image().pixels) << "no image of the old tiles is reused";
     EXPECT_THROW(compositor.compose(renamed, layout, BarFrame{}), std::invalid_argument);
 }
+
+TEST(BarCompositor, MovedToADenserScreenItDrawsWhatAFreshOneDrawsThere) {
+    auto bar = scene();
+    BarLayout layout(bar);
+    auto rest = layout.frame(DockLens{});
+    BarCompositor moved(1);
+    moved.compose(bar, layout, rest);
+    moved.setScale(1);
+    EXPECT_EQ(moved.compose(bar, layout, rest), std::nullopt) << "the same density keeps the picture";
+
+    moved.setScale(2);
+    auto changed = moved.compose(bar, layout, rest);
+    ASSERT_TRUE(changed);
+    EXPECT_EQ(changed->width, layout.width());
+    BarCompositor fresh(2);
+    fresh.compose(bar, layout, rest);
+    EXPECT_EQ(moved.pixelWidth(), fresh.pixelWidth());
+    EXPECT_EQ(moved.image().pixels, fresh.image().pixels);
+}

@@ -9,6 +9,7 @@
 #include "fakes/FakeFocusStatusProvider.hpp"
 #include "fakes/FakeHotkeyRegistrar.hpp"
 #include "fakes/FakeRunningApplications.hpp"
+#include "fakes/FakeWindowList.hpp"
 #include "fakes/InMemoryDockBackend.hpp"
 #include "fakes/InMemoryDockSettings.hpp"
 #include "fakes/ManualScheduler.hpp"
@@ -59,6 +60,7 @@ protected:
     FakeHotkeyRegistrar hotkeys;
     FakeFocusStatusProvider focus;
     FakeRunningApplications apps;
+    FakeWindowList windows;
     FakeDesktopServer desktops;
     InMemoryDockSettings nativeDock;
     std::vector<bool> loginItem;
@@ -76,6 +78,7 @@ protected:
         .hotkeys = hotkeys,
         .focus = focus,
         .applications = apps,
+        .windows = windows,
         .desktops = desktops,
         .desktopEvents = desktops,
         .spaces = desktops,
