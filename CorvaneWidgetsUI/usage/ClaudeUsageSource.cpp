@@ -195,8 +195,27 @@ struct ClaudeUsageSource::Reader {
         using namespace simdjson;
         dom::element document;
         if (parser.parse(line, size, false).get(document)) return std::nullopt;
-        dom::object top, message, usage;
+        dom::object top;
         if (document.get_object().get(top)) return std::nullopt;
+        if (auto entry = decodeRecord(top, project)) return entry;
+        // A sub-agent's message as its parent session mirrors it while the agent runs: the only
+        // record of it when the agent's own transcript is gone. Its ids are the agent's, so a
+        // message found in both places counts once.
+        const Fields<2> progress(top, {"type", "data"});
+        std::string_view type;
+        dom::object data, nested;
+        if (stringField(progress, 0, type) != Field::present || type != "progress" || !progress.found[1] ||
+            progress.values[1].get_object().get(data))
+            return std::nullopt;
+        const Fields<1> inData(data, {"message"});
+        if (!inData.found[0] || inData.values[0].get_object().get(nested)) return std::nullopt;
+        return decodeRecord(nested, project);
+    }
+
+    /// A transcript record: a message with its usage, when, and the ids that tell it apart.
+    static std::optional<ClaudeUsageEntry> decodeRecord(simdjson::dom::object top, const std::optional<std::string>& project) {
+        using namespace simdjson;
+        dom::object message, usage;
         const Fields<4> record(top, {"message", "timestamp", "requestId", "uuid"});
         if (!record.found[0] || record.values[0].get_object().get(message)) return std::nullopt;
         const Fields<2> inMessage(message, {"usage", "id"});
@@ -477,23 +496,34 @@ void ClaudeUsageSource::scan(Date since) {
 }
 
 void ClaudeUsageSource::list(Folder& folder, Date since) {
-    eachVisibleName(folder.path, [&](int folderFd, const char* name, unsigned char) {
-        if (!std::string_view(name).ends_with(".jsonl")) return;
+    list(folder, folder.path, since, true);
+}
+
+void ClaudeUsageSource::list(Folder& folder, const std::string& path, Date since, bool withSessions) {
+    eachVisibleName(path, [&](int folderFd, const char* name, unsigned char type) {
         struct stat info {};
+        if (!std::string_view(name).ends_with(".jsonl")) {
+            // A session's sub-agents write transcripts of their own in <session>/subagents; they
+            // belong to the project of the folder the session is in.
+            if (!withSessions || (type != DT_DIR && type != DT_UNKNOWN)) return;
+            if (::fstatat(folderFd, name, &info, 0) != 0 || !S_ISDIR(info.st_mode)) return;
+            list(folder, path + "/" + name + "/subagents", since, false);
+            return;
+        }
         if (::fstatat(folderFd, name, &info, 0) != 0 || !S_ISREG(info.st_mode)) return;
         // Sessions untouched since the window began hold nothing for it; never open them.
         // Whole seconds are portable; counting the second the change fell in errs on reading.
         const bool old = Date::fromUnixTime(static_cast<double>(info.st_mtime) + 1) <= since;
         if (old && tracked_.empty()) return;
-        auto path = folder.path + "/" + name;
-        auto found = tracked_.find(path);
+        auto file = path + "/" + name;
+        auto found = tracked_.find(file);
         Tracked* tracked = found != tracked_.end() ? &found->second : nullptr;
         if (old && !tracked) return;
         const auto size = static_cast<std::uint64_t>(info.st_size);
         // A file read before and still as long as what was consumed has nothing new: opening it
         // would only find that out again.
         const bool opens = !tracked || size != tracked->cursor.offset;
-        folder.tasks.push_back({std::move(path), size, tracked, opens, std::nullopt});
+        folder.tasks.push_back({std::move(file), size, tracked, opens, std::nullopt});
         if (!opens) {
             auto& entries = tracked->cursor.entries;
             std::erase_if(entries, [&](const auto& entry) { return entry.timestamp < since; });

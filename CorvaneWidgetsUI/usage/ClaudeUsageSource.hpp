@@ -16,9 +16,9 @@
 namespace corvane {
 
 /// Reads the token usage out of the transcripts Claude Code writes, one folder per project and
-/// one JSON-lines file per session. It remembers how far each file was read, so after the first
-/// scan a refresh reads only what was appended. Unreadable files and lines are skipped: a scan
-/// never fails. Any thread; calls are taken one at a time. A scan lists folders and reads files on
+/// one JSON-lines file per session, its sub-agents' in <session>/subagents. It remembers how far
+/// each file was read, so after the first scan a refresh reads only what was appended.
+/// Unreadable files and lines are skipped: a scan never fails. Any thread; calls are taken one at a time. A scan lists folders and reads files on
 /// a few threads of its own, which touch nothing but their own files until it merges their work.
 class ClaudeUsageSource {
 public:
@@ -78,7 +78,9 @@ private:
 
     /// Brings every cursor up to date; the caller holds the lock.
     void scan(Date since);
+    /// The project folder's transcripts, its sessions' sub-agents' among them.
     void list(Folder& folder, Date since);
+    void list(Folder& folder, const std::string& path, Date since, bool withSessions);
     static void read(Reader& reader, Task& task, const std::optional<std::string>& project, Date since);
 
     std::filesystem::path root_;

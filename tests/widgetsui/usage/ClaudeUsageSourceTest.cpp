@@ -1,4 +1,5 @@
 #include "CorvaneWidgetsUI/usage/ClaudeUsageSource.hpp"
+#include "fakes/FixedOffsetCalendar.hpp"
 #include "widgetsui/usage/TranscriptFixtures.hpp"
 
 #include <gtest/gtest.h>
@@ -261,4 +262,37 @@ TEST(ClaudeUsageSource, ABackwardReadKeepsLinesLongerThanItsBuffer) {
     text += huge + assistantLine("last", june(5), 1, 0);
     t.session("p", "s.jsonl", text);
     EXPECT_EQ(t.ids(june(0)), (Ids{"req_after", "req_before", "req_huge", "req_last"}));
+}
+
+namespace {
+
+/// A sub-agent's message as its parent session mirrors it while the agent runs.
+std::string progressLine(const std::string& requestId, Date at, int input, int output) {
+    auto nested = assistantLine(requestId, at, input, output);
+    nested.pop_back(); // its line feed
+    return R"({"parentUuid":"p","isSidechain":false,"type":"progress","data":{"message":)" + nested +
+           R"(,"type":"agent_progress"},"uuid":"outer-)" + requestId + R"(","timestamp":")" + iso8601(at) + "\"}\n";
+}
+
+} // namespace
+
+TEST(ClaudeUsageSource, SubAgentsCountFromTheirOwnTranscriptsOrTheirParentsMirrorOnce) {
+    Transcripts t;
+    // One session whose sub-agent kept its transcript, and one whose sub-agent's file is gone.
+    t.session("-Users-ann-atlas", "s1.jsonl", assistantLine("main", june(1), 10, 1) + progressLine("agent", june(2), 20, 2));
+    t.session("-Users-ann-atlas", "s1/subagents/agent-a1.jsonl", assistantLine("agent", june(2), 20, 2));
+    t.session("-Users-ann-atlas", "s2.jsonl", progressLine("lost", june(3), 30, 3));
+    t.session("-Users-ann-atlas", "s2/tool-results/out.jsonl", assistantLine("elsewhere", june(3), 1, 1));
+    const FixedOffsetCalendar utc;
+    auto entries = t.source.entries(june(0));
+    EXPECT_EQ(t.ids(june(0)), (Ids{"req_agent", "req_agent", "req_lost", "req_main"}))
+        << "only <session>/subagents holds transcripts of the session's own";
+    for (const auto& entry : entries) EXPECT_EQ(entry.project, ClaudeUsage::projectName("-Users-ann-atlas")) << entry.id;
+    auto week = ClaudeUsage::totals(entries, ClaudeUsageScope::week, june(4), utc);
+    EXPECT_EQ(week.inputTokens, 60) << "the agent's message, in both places, once";
+    EXPECT_EQ(week.outputTokens, 6);
+
+    // The folder is followed as it grows, like any other transcript.
+    append(t.root / "-Users-ann-atlas/s1/subagents/agent-a1.jsonl", assistantLine("agent2", june(3), 5, 5));
+    EXPECT_EQ(t.ids(june(0)), (Ids{"req_agent", "req_agent", "req_agent2", "req_lost", "req_main"}));
 }
