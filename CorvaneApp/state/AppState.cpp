@@ -212,10 +212,10 @@ void AppState::switchTo(const Uuid& profileID) {
         }
         isSwapping_ = true;
         if (callbacks.onSwitchProgress) {
-            std::optional<std::string> name;
+            std::string name;
             for (const auto& profile : profiles_)
                 if (profile.id == profileID) name = profile.name;
-            callbacks.onSwitchProgress(name.value_or(""));
+            callbacks.onSwitchProgress(name);
         }
         perform([&] { switcher_->switchTo(profileID); });
         isSwapping_ = false;
