@@ -1,5 +1,7 @@
 #include "CorvaneStorage/backup/BackupManager.hpp"
 
+#include "CorvaneCore/dock/DockError.hpp"
+#include "CorvaneCore/dock/PropertyListCoding.hpp"
 #include "CorvaneCore/support/Iso8601.hpp"
 #include "CorvaneFiles/AtomicFile.hpp"
 #include "CorvaneFiles/DataFileError.hpp"
@@ -42,6 +44,37 @@ fs::path BackupManager::snapshot() {
         fs::remove_all(staging, ec);
         throw;
     }
+}
+
+DockTiles BackupManager::tiles(const fs::path& backup) const {
+    std::optional<std::string> bytes;
+    try {
+        bytes = readFileIfExists(backup);
+    } catch (const DataFileError& error) {
+        throw DockError::plistReadFailed(backup.string(), error.what());
+    }
+    if (!bytes) throw DockError::plistNotFound(backup.string());
+    auto refuse = [&](const std::string& why) {
+        return DockError::plistMalformed(backup.string(), "it is not a Dock backup: " + why);
+    };
+    auto root = parsePropertyList(*bytes);
+    if (!root) throw refuse("it is not a property list");
+    if (!root->dictionary()) throw refuse("its root is not a dictionary");
+    // Both arrays are always written; a file without one is not ours, and putting it back would
+    // empty a section of the Dock.
+    auto section = [&](std::string_view key) {
+        auto value = root->dictionary()->find(key);
+        if (value == root->dictionary()->end()) throw refuse("it has no " + std::string(key));
+        auto array = value->second.array();
+        if (!array) throw refuse(std::string(key) + " is not an array of dicts");
+        std::vector<PlistDictionary> tiles;
+        for (const auto& tile : *array) {
+            if (!tile.dictionary()) throw refuse(std::string(key) + " is not an array of dicts");
+            tiles.push_back(*tile.dictionary());
+        }
+        return tiles;
+    };
+    return DockTiles{section(DockTileKey::persistentApps), section(DockTileKey::persistentOthers)};
 }
 
 std::vector<fs::path> BackupManager::listBackups() const {
