@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 using namespace corvane;
+namespace fixtures = corvane::testing;
 
 /// The macOS Dock's own mode: switches rewrite the sample Dock.
 class DockTool : public SampleDockTool {
@@ -70,8 +71,8 @@ TEST_F(DockTool, ErrorsAreOneLineAndChangeNothing) {
 }
 
 TEST_F(DockTool, ADockItCannotReadIsNamedPreciselyAndStillComesBackWhole) {
-    const auto before = testing::undecodableDockTiles();
-    testing::writeDockFile(dir / "dock.plist", before);
+    const auto before = fixtures::undecodableDockTiles();
+    fixtures::writeDockFile(dir / "dock.plist", before);
     auto refused = run({"dock"});
     EXPECT_EQ(refused.status, 1);
     EXPECT_TRUE(refused.err.ends_with(" because apps tile 4 has no tile-data\n")) << refused.err;
@@ -81,7 +82,7 @@ TEST_F(DockTool, ADockItCannotReadIsNamedPreciselyAndStillComesBackWhole) {
     ok({"switch", "Empty"});
     EXPECT_NE(ok({"dock"}).find("Applications (0):"), std::string::npos);
     ok({"undo"});
-    EXPECT_EQ(testing::readDockFile(dir / "dock.plist"), testing::withoutGUIDs(before));
+    EXPECT_EQ(fixtures::readDockFile(dir / "dock.plist"), fixtures::withoutGUIDs(before));
 
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(dir / "data" / "backups"))
@@ -89,7 +90,7 @@ TEST_F(DockTool, ADockItCannotReadIsNamedPreciselyAndStillComesBackWhole) {
     std::sort(names.begin(), names.end());
     ok({"switch", "Other"});
     EXPECT_EQ(ok({"backups", "restore", names.front()}), "Put back the Dock of " + names.front() + ".\n");
-    EXPECT_EQ(testing::readDockFile(dir / "dock.plist"), testing::withoutGUIDs(before));
+    EXPECT_EQ(fixtures::readDockFile(dir / "dock.plist"), fixtures::withoutGUIDs(before));
 
     // A file in the backups folder that is not a Dock backup is refused and the Dock left alone.
     writeText(dir / "data" / "backups" / "dock-broken.plist", "<plist><dict/></plist>");
@@ -102,17 +103,17 @@ TEST_F(DockTool, ADockItCannotReadIsNamedPreciselyAndStillComesBackWhole) {
 }
 
 TEST_F(DockTool, RealDocksReadWholeAndComeBackExactlyAfterASwitchAndUndo) {
-    for (const auto& name : testing::realDocks) {
+    for (const auto& name : fixtures::realDocks) {
         std::filesystem::remove_all(dir / "data");
         std::filesystem::copy_file(std::string(CORVANE_TEST_DATA) + "/dock/real/" + name, dir / "dock.plist",
                                    std::filesystem::copy_options::overwrite_existing);
-        const auto before = testing::readDockFile(dir / "dock.plist");
+        const auto before = fixtures::readDockFile(dir / "dock.plist");
         EXPECT_NE(ok({"dock"}).find("Applications (" + std::to_string(before.apps.size()) + "):"), std::string::npos)
             << name;
         ok({"prefs", "set", "usesOwnDock", "false"});
         ok({"new", "Empty"});
         ok({"switch", "Empty"});
         ok({"undo"});
-        EXPECT_EQ(testing::readDockFile(dir / "dock.plist"), testing::withoutGUIDs(before)) << name;
+        EXPECT_EQ(fixtures::readDockFile(dir / "dock.plist"), fixtures::withoutGUIDs(before)) << name;
     }
 }

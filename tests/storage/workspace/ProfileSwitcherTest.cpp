@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 using namespace corvane;
+namespace fixtures = corvane::testing;
 
 namespace {
 
@@ -165,7 +166,7 @@ TEST_F(Switching, ADockThatStillMatchesTheNewestBackupIsNotCopiedAgain) {
 }
 
 TEST_F(Switching, UndoAndRestorePutBackExactlyTheTilesThatCouldNotBeDecoded) {
-    const auto before = testing::undecodableDockTiles();
+    const auto before = fixtures::undecodableDockTiles();
     dock.tiles = before;
     EXPECT_THROW(swapper.snapshot(), DockError) << "the Dock itself cannot be read as items";
 
@@ -176,13 +177,13 @@ TEST_F(Switching, UndoAndRestorePutBackExactlyTheTilesThatCouldNotBeDecoded) {
 
     clock.advance(1);
     switcher.undoLastChange();
-    EXPECT_EQ(dock.tiles, testing::withoutGUIDs(before));
+    EXPECT_EQ(dock.tiles, fixtures::withoutGUIDs(before));
 
     clock.advance(1);
     switcher.switchTo(play.id);
     clock.advance(1);
     switcher.restoreDockBackup(taken);
-    EXPECT_EQ(dock.tiles, testing::withoutGUIDs(before));
+    EXPECT_EQ(dock.tiles, fixtures::withoutGUIDs(before));
 }
 
 TEST_F(Switching, NothingIsWrittenUnlessTheBackupReadsBackAsTheDock) {
@@ -200,7 +201,7 @@ TEST_F(Switching, NothingIsWrittenUnlessTheBackupReadsBackAsTheDock) {
         std::filesystem::path url() const override { return file.url(); }
         PlistFileBackend file;
     };
-    dock.tiles = testing::sampleDockTiles();
+    dock.tiles = fixtures::sampleDockTiles();
     BackupManager lossy{data / "lossy", dock, [](const std::filesystem::path& p) { return std::make_unique<LossyFile>(p); },
                         clock};
     ProfileSwitcher careful{store, swapper, lossy, clock};
@@ -208,6 +209,6 @@ TEST_F(Switching, NothingIsWrittenUnlessTheBackupReadsBackAsTheDock) {
     EXPECT_TRUE(error.ends_with("because the backup just taken does not hold the Dock's tiles, so the Dock was left unchanged"))
         << error;
     EXPECT_EQ(dock.writeCount, 0);
-    EXPECT_EQ(dock.tiles, testing::sampleDockTiles());
+    EXPECT_EQ(dock.tiles, fixtures::sampleDockTiles());
     EXPECT_FALSE(store.file().activeProfileId);
 }
