@@ -65,6 +65,8 @@ std::optional<std::string> bookmarkPath(const Reader& in) {
                 auto name = in.text(item(*component) + 8, *size);
                 if (!name) return std::nullopt;
                 path += "/" + *name;
+                // Each component is stored once, so a longer path means elements that repeat.
+                if (path.size() > in.data.size()) return std::nullopt;
             }
             return path.empty() ? std::string("/") : path;
         }

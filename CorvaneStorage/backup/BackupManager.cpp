@@ -14,7 +14,7 @@ namespace corvane {
 namespace fs = std::filesystem;
 
 fs::path BackupManager::snapshot() {
-    auto tiles = source_.readTiles();
+    auto current = source_.readTiles();
     StoragePath::createDirectory(directory_);
     // Every backup is a new name, so a write killed halfway is cleaned up here or never.
     removeAbandonedTemporaries(directory_);
@@ -22,9 +22,9 @@ fs::path BackupManager::snapshot() {
     // switches that put the same Dock back would otherwise push real history out of the limit.
     if (auto latest = latestBackup()) {
         try {
-            if (files_(*latest)->readTiles() == tiles) return *latest;
+            if (tiles(*latest) == current) return *latest;
         } catch (const std::exception&) {
-            // An unreadable backup proves nothing; take a fresh one.
+            // An unreadable backup, or one that is not ours, proves nothing; take a fresh one.
         }
     }
     auto stem = "dock-" + iso8601(clock_.now());
@@ -34,7 +34,7 @@ fs::path BackupManager::snapshot() {
     auto staging = createTemporaryFolder(directory_, stem);
     try {
         auto finished = staging / "dock.plist";
-        files_(finished)->writeTiles(tiles);
+        files_(finished)->writeTiles(current);
         auto file = publishUnderFreeName(finished, directory_, stem, ".plist");
         std::error_code ec;
         fs::remove(staging, ec); // empty now; a leftover would be cleared by the next backup
