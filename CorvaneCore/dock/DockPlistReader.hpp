@@ -23,11 +23,14 @@ public:
     /// Both sections, stamped with the current time. The first tile that cannot be decoded ends
     /// the read with its `DockError`; no tile is skipped.
     DockSnapshot read(Detail detail = Detail::full) const;
+    /// The tiles as the Dock keeps them, undecoded. Throws `DockError`.
+    DockTiles readTiles() const { return backend_.readTiles(); }
 
-    /// One tile. With `full` detail its `tile` blob is the whole dictionary as a binary property
-    /// list.
-    static DockItem decodeItem(const PlistDictionary& tile, Section section, const std::filesystem::path& url,
-                               Detail detail = Detail::full);
+    /// The tile at `index` (0-based) of `section`. With `full` detail its `tile` blob is the
+    /// whole dictionary as a binary property list. A failure names the tile's section, position
+    /// and label, and what is wrong with it.
+    static DockItem decodeItem(const PlistDictionary& tile, Section section, std::size_t index,
+                               const std::filesystem::path& url, Detail detail = Detail::full);
 
 private:
     DockPreferencesBackend& backend_;

@@ -1,5 +1,6 @@
 #include "CorvaneCore/dock/DockPlistWriter.hpp"
 
+#include "CorvaneCore/dock/DockTileFacts.hpp"
 #include "CorvaneCore/dock/DockURLString.hpp"
 #include "CorvaneCore/dock/PropertyListCoding.hpp"
 #include "CorvaneCore/support/Text.hpp"
@@ -41,11 +42,20 @@ void set(PlistDictionary& dictionary, std::string_view key, PlistValue value) {
     dictionary.insert_or_assign(std::string(key), std::move(value));
 }
 
+// A starting tile from the Dock already points at the path (that is how it was chosen), and its
+// file-data may hold more than our URL would (an alias record, the Dock's own URL spelling) or
+// be absent beside a bookmark: it stays as the Dock wrote it. Only a new tile gets our URL.
+void setFileData(PlistDictionary& data, bool fromOriginal, const std::string& path, bool isDirectory) {
+    if (fromOriginal) return;
+    set(data, K::fileData, urlDictionary(DockURLString::fileURLString(path, isDirectory)));
+}
+
 PlistDictionary encodeApp(const AppEntry& app) {
     auto tile = DockPlistWriter::originalTile(app.tile, app.path);
+    const bool fromOriginal = !tile.empty();
     auto& data = tileData(tile);
     // Applications are bundles, so their URL is a directory's.
-    set(data, K::fileData, urlDictionary(DockURLString::fileURLString(app.path, true)));
+    setFileData(data, fromOriginal, app.path, true);
     set(data, K::fileLabel, app.displayName ? *app.displayName : withoutExtension(text::lastPathComponent(app.path)));
     if (app.bundleIdentifier) set(data, K::bundleIdentifier, *app.bundleIdentifier);
     set(tile, K::tileType, K::fileTile);
@@ -54,8 +64,9 @@ PlistDictionary encodeApp(const AppEntry& app) {
 
 PlistDictionary encodeFile(const FileEntry& file) {
     auto tile = DockPlistWriter::originalTile(file.tile, file.path);
+    const bool fromOriginal = !tile.empty();
     auto& data = tileData(tile);
-    set(data, K::fileData, urlDictionary(DockURLString::fileURLString(file.path, file.isDirectory)));
+    setFileData(data, fromOriginal, file.path, file.isDirectory);
     set(data, K::fileLabel, file.resolvedName());
     if (file.isDirectory) {
         // A new folder shows as a stack sorted by date added, the Dock's own default.
@@ -75,8 +86,10 @@ PlistDictionary encodeURL(const URLEntry& link) {
         auto stored = stringAt(*original, {K::tileData, K::url, K::urlString});
         if (stored && *stored == link.url) tile = std::move(*original);
     }
+    const bool fromOriginal = !tile.empty();
     auto& data = tileData(tile);
-    set(data, K::url, urlDictionary(link.url));
+    // The stored link is this one; its dictionary stays as the Dock wrote it.
+    if (!fromOriginal) set(data, K::url, urlDictionary(link.url));
     if (link.displayName) set(data, K::label, *link.displayName);
     set(tile, K::tileType, K::urlTile);
     return tile;
@@ -87,8 +100,8 @@ PlistDictionary encodeURL(const URLEntry& link) {
 PlistDictionary DockPlistWriter::originalTile(const std::optional<Bytes>& tile, std::string_view path) {
     auto original = parsedTile(tile);
     if (!original) return {};
-    auto stored = stringAt(*original, {K::tileData, K::fileData, K::urlString});
-    if (!stored || DockURLString::path(*stored) != DockURLString::normalize(path)) return {};
+    auto stored = DockTileFacts::filePath(*original);
+    if (!stored || *stored != DockURLString::normalize(path)) return {};
     return std::move(*original);
 }
 
@@ -108,5 +121,11 @@ DockTiles DockPlistWriter::encode(const DockSnapshot& snapshot) {
 }
 
 void DockPlistWriter::write(const DockSnapshot& snapshot) const { backend_.writeTiles(encode(snapshot)); }
+
+void DockPlistWriter::writeTiles(DockTiles tiles) const {
+    for (auto* section : {&tiles.apps, &tiles.others})
+        for (auto& tile : *section) tile.erase(std::string(K::guid));
+    backend_.writeTiles(tiles);
+}
 
 } // namespace corvane

@@ -2,6 +2,7 @@
 
 #include "CorvaneCore/dock/DockChangeDetector.hpp"
 #include "CorvaneCore/dock/DockError.hpp"
+#include "CorvaneCore/dock/DockTileFacts.hpp"
 
 namespace corvane {
 
@@ -10,6 +11,18 @@ bool DockSwapper::attempt(const DockSnapshot& target) {
     writer_.write(target);
     reloader_.reload();
     return !DockChangeDetector::diff(target, reader_.read(DockPlistReader::Detail::layout)).hasChanges();
+}
+
+bool DockSwapper::attempt(const DockTiles& target) {
+    reloader_.waitUntilSettled();
+    writer_.writeTiles(target);
+    reloader_.reload();
+    return DockTileFacts::identities(reader_.readTiles()) == DockTileFacts::identities(target);
+}
+
+void DockSwapper::restore(const DockTiles& target) {
+    if (attempt(target) || attempt(target)) return;
+    throw DockError::dockReloadFailed(keptPreviousItemsReason);
 }
 
 void DockSwapper::swap(const DockSnapshot& target) {

@@ -1,5 +1,7 @@
 #include "CorvaneStorage/backup/BackupManager.hpp"
 
+#include "CorvaneCore/dock/DockError.hpp"
+#include "CorvaneCore/dock/PropertyListCoding.hpp"
 #include "CorvaneCore/support/Iso8601.hpp"
 #include "CorvaneFiles/AtomicFile.hpp"
 #include "CorvaneFiles/DataFileError.hpp"
@@ -12,7 +14,7 @@ namespace corvane {
 namespace fs = std::filesystem;
 
 fs::path BackupManager::snapshot() {
-    auto tiles = source_.readTiles();
+    auto current = source_.readTiles();
     StoragePath::createDirectory(directory_);
     // Every backup is a new name, so a write killed halfway is cleaned up here or never.
     removeAbandonedTemporaries(directory_);
@@ -20,9 +22,9 @@ fs::path BackupManager::snapshot() {
     // switches that put the same Dock back would otherwise push real history out of the limit.
     if (auto latest = latestBackup()) {
         try {
-            if (files_(*latest)->readTiles() == tiles) return *latest;
+            if (tiles(*latest) == current) return *latest;
         } catch (const std::exception&) {
-            // An unreadable backup proves nothing; take a fresh one.
+            // An unreadable backup, or one that is not ours, proves nothing; take a fresh one.
         }
     }
     auto stem = "dock-" + iso8601(clock_.now());
@@ -32,7 +34,7 @@ fs::path BackupManager::snapshot() {
     auto staging = createTemporaryFolder(directory_, stem);
     try {
         auto finished = staging / "dock.plist";
-        files_(finished)->writeTiles(tiles);
+        files_(finished)->writeTiles(current);
         auto file = publishUnderFreeName(finished, directory_, stem, ".plist");
         std::error_code ec;
         fs::remove(staging, ec); // empty now; a leftover would be cleared by the next backup
@@ -42,6 +44,37 @@ fs::path BackupManager::snapshot() {
         fs::remove_all(staging, ec);
         throw;
     }
+}
+
+DockTiles BackupManager::tiles(const fs::path& backup) const {
+    std::optional<std::string> bytes;
+    try {
+        bytes = readFileIfExists(backup);
+    } catch (const DataFileError& error) {
+        throw DockError::plistReadFailed(backup.string(), error.what());
+    }
+    if (!bytes) throw DockError::plistNotFound(backup.string());
+    auto refuse = [&](const std::string& why) {
+        return DockError::plistMalformed(backup.string(), "it is not a Dock backup: " + why);
+    };
+    auto root = parsePropertyList(*bytes);
+    if (!root) throw refuse("it is not a property list");
+    if (!root->dictionary()) throw refuse("its root is not a dictionary");
+    // Both arrays are always written; a file without one is not ours, and putting it back would
+    // empty a section of the Dock.
+    auto section = [&](std::string_view key) {
+        auto value = root->dictionary()->find(key);
+        if (value == root->dictionary()->end()) throw refuse("it has no " + std::string(key));
+        auto array = value->second.array();
+        if (!array) throw refuse(std::string(key) + " is not an array of dicts");
+        std::vector<PlistDictionary> tiles;
+        for (const auto& tile : *array) {
+            if (!tile.dictionary()) throw refuse(std::string(key) + " is not an array of dicts");
+            tiles.push_back(*tile.dictionary());
+        }
+        return tiles;
+    };
+    return DockTiles{section(DockTileKey::persistentApps), section(DockTileKey::persistentOthers)};
 }
 
 std::vector<fs::path> BackupManager::listBackups() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CorvaneCore/dock/DockTiles.hpp"
 #include "CorvaneCore/platform/Clock.hpp"
 #include "CorvaneCore/platform/DockPreferencesBackend.hpp"
 
@@ -34,8 +35,10 @@ public:
     std::optional<std::filesystem::path> latestBackup() const;
     /// Removes every backup after the newest `keeping`.
     void prune(int keeping = defaultLimit);
-    /// A backend reading the backup file.
-    std::unique_ptr<DockPreferencesBackend> open(const std::filesystem::path& backup) const { return files_(backup); }
+    /// The tiles a backup holds, exactly as they were kept: nothing is decoded, so a tile this
+    /// system cannot read is put back all the same. A file that is not a property list holding
+    /// both tile arrays is refused with `DockError`, naming the file.
+    DockTiles tiles(const std::filesystem::path& backup) const;
 
 private:
     std::filesystem::path directory_;

@@ -2,7 +2,6 @@
 
 #include "CorvaneCore/dock/DockChangeDetector.hpp"
 #include "CorvaneCore/dock/DockError.hpp"
-#include "CorvaneCore/dock/DockPlistReader.hpp"
 
 namespace corvane {
 
@@ -12,14 +11,34 @@ const Profile& ProfileSwitcher::lookUp(const Uuid& id) const {
     return *profile;
 }
 
-void ProfileSwitcher::backUpAndSwap(const DockSnapshot& target) {
-    backup_.snapshot();
-    swapper_.swap(target);
+// The Dock is only ever overwritten once the backup just taken has been read back as the very
+// tiles the Dock holds: a backup that undo could not put back would lose the person's Dock.
+void ProfileSwitcher::takeRestorableBackup() {
+    auto file = backup_.snapshot();
+    auto refuse = [&](const std::string& why) {
+        return DockError::plistReadFailed(file.string(), "the backup just taken " + why + ", so the Dock was left unchanged");
+    };
+    DockTiles kept;
+    try {
+        kept = backup_.tiles(file);
+    } catch (const DockError& error) {
+        throw refuse("cannot be read back (" + (error.underlying.empty() ? error.payload : error.underlying) + ")");
+    }
+    if (kept != swapper_.tiles()) throw refuse("does not hold the Dock's tiles");
+}
+
+void ProfileSwitcher::pruneBackups() {
     try {
         backup_.prune(keptDockBackups);
     } catch (const std::exception&) {
         // An old backup that will not go away is no reason to fail a switch that worked.
     }
+}
+
+void ProfileSwitcher::backUpAndSwap(const DockSnapshot& target) {
+    takeRestorableBackup();
+    swapper_.swap(target);
+    pruneBackups();
 }
 
 void ProfileSwitcher::notify(const Uuid& id) {
@@ -70,9 +89,10 @@ std::filesystem::path ProfileSwitcher::undoLastChange() {
 }
 
 void ProfileSwitcher::restoreDockBackup(const std::filesystem::path& backup) {
-    auto file = backup_.open(backup);
-    auto target = DockPlistReader(*file, clock_).read();
-    backUpAndSwap(target);
+    auto target = backup_.tiles(backup);
+    takeRestorableBackup();
+    swapper_.restore(target);
+    pruneBackups();
 }
 
 } // namespace corvane

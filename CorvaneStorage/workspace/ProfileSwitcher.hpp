@@ -41,12 +41,15 @@ public:
     bool captureCurrentDock();
     /// Puts the newest Dock backup back (backing up the present Dock first). Returns the backup.
     std::filesystem::path undoLastChange();
-    /// Puts a given Dock backup back, as undo does with the newest.
+    /// Puts a given Dock backup back, as undo does with the newest: its tiles exactly as kept,
+    /// less "GUID". A file that is not a Dock backup is refused before anything is written.
     void restoreDockBackup(const std::filesystem::path& backup);
 
 private:
     const Profile& lookUp(const Uuid& id) const;
     void backUpAndSwap(const DockSnapshot& target);
+    void takeRestorableBackup();
+    void pruneBackups();
     void notify(const Uuid& id);
 
     ProfileStore& store_;

@@ -1,5 +1,7 @@
 #include "CorvaneCore/dock/DockError.hpp"
 #include "CorvaneCore/dock/DockPlistReader.hpp"
+#include "CorvaneCore/dock/DockPlistWriter.hpp"
+#include "CorvaneCore/dock/DockURLString.hpp"
 #include "core/dock/DockFixtures.hpp"
 #include "fakes/InMemoryDockBackend.hpp"
 #include "fakes/ManualClock.hpp"
@@ -79,28 +81,82 @@ TEST_F(DockPlistReaderTest, AllThreeSpacerKindsAreRead) {
     EXPECT_EQ(snapshot.apps, (std::vector<DockItem>{SpacerVariant::default_, SpacerVariant::flex, SpacerVariant::small}));
 }
 
-TEST_F(DockPlistReaderTest, TheFirstUndecodableTileFailsTheWholeRead) {
+TEST_F(DockPlistReaderTest, TheFirstUndecodableTileFailsTheWholeReadNamingTileAndFault) {
     auto good = testing::sampleDockTiles().apps[0];
+    const auto malformed = "Failed to decode dock plist at " + kDockPlist + " because ";
+    auto labelled = [](PlistDictionary tile, PlistValue data) {
+        tile["tile-data"] = std::move(data);
+        return tile;
+    };
     struct Case {
         PlistDictionary tile;
         std::string message;
     };
     const Case cases[] = {
-        {tileOfType("recents-tile"),
-         "Failed to handle dock item of type recents-tile because it is not supported"},
-        {PlistDictionary{{"tile-data", PlistDictionary{}}},
-         "Failed to decode dock plist at " + kDockPlist + " because tile is missing tile-type"},
-        {tileOfType("file-tile"), "Failed to decode dock plist at " + kDockPlist +
-                                      " because app tile is missing tile-data.file-data._CFURLString"},
-        {tileOfType("url-tile"), "Failed to decode dock plist at " + kDockPlist +
-                                     " because url tile is missing tile-data.url._CFURLString"},
+        {tileOfType("recents-tile"), "Failed to handle dock item of type recents-tile because it is not supported"},
+        {PlistDictionary{{"tile-data", PlistDictionary{{"file-label", "Notes"}}}},
+         malformed + "apps tile 2 \"Notes\" has no tile-type"},
+        {PlistDictionary{{"tile-type", "file-tile"}}, malformed + "apps tile 2 has no tile-data"},
+        {labelled(tileOfType("file-tile"), "Notes"), malformed + "apps tile 2 has a tile-data that is not a dictionary"},
+        {tileOfType("file-tile"),
+         malformed + "apps tile 2 has no tile-data.file-data._CFURLString and no bookmark"},
+        {labelled(tileOfType("file-tile"), PlistDictionary{{"file-label", "Downloads"}, {"book", Bytes{'b', 'o', 'o', 'k'}}}),
+         malformed + "apps tile 2 \"Downloads\" has no tile-data.file-data._CFURLString and its bookmark holds no path"},
+        {labelled(tileOfType("url-tile"), PlistDictionary{{"label", "Docs"}}),
+         malformed + "apps tile 2 \"Docs\" has no tile-data.url._CFURLString"},
     };
     for (const auto& [tile, message] : cases) {
         backend.tiles = {{good, tile, good}, {}};
         EXPECT_EQ(readError().errorDescription(), message);
     }
-    backend.tiles = {{good}, {tileOfType("directory-tile")}};
-    EXPECT_EQ(readError().underlying, "file tile is missing tile-data.file-data._CFURLString");
+    backend.tiles = {{good}, {good, tileOfType("directory-tile")}};
+    EXPECT_EQ(readError().underlying, "others tile 2 has no tile-data.file-data._CFURLString and no bookmark");
+}
+
+TEST_F(DockPlistReaderTest, ATileKnownOnlyByItsBookmarkTakesItsPathFromIt) {
+    // Current Docks keep a "book" bookmark in tile-data, older ones an alias record in file-data.
+    auto downloads = testing::realDockTiles("voodooGQ-dotfiles.plist").others[0];
+    (*downloads["tile-data"].dictionary()).erase("file-data");
+    auto chrome = testing::realDockTiles("epicodus-dot-files.plist").apps[0];
+    (*(*chrome["tile-data"].dictionary())["file-data"].dictionary()).erase("_CFURLString");
+    backend.tiles = {{chrome}, {downloads}};
+
+    auto snapshot = read();
+    EXPECT_EQ(snapshot.apps[0].app()->path, "/Applications/Google Chrome.app");
+    EXPECT_EQ(snapshot.others[0].file()->path, "/Users/shanesmith/Downloads");
+    EXPECT_EQ(snapshot.others[0].file()->displayName, "Downloads");
+
+    DockPlistWriter(backend).write(snapshot);
+    EXPECT_EQ(backend.tiles, (DockTiles{{chrome}, {testing::without(downloads, "GUID")}}))
+        << "written back, each tile is the one the Dock had";
+}
+
+TEST_F(DockPlistReaderTest, RealDocksReadWholeAndWriteBackEveryTileButSpacersAsTheyWere) {
+    for (const auto& name : testing::realDocks) {
+        auto original = testing::realDockTiles(name);
+        backend.tiles = original;
+        auto snapshot = read();
+        ASSERT_EQ(snapshot.apps.size(), original.apps.size()) << name;
+        ASSERT_EQ(snapshot.others.size(), original.others.size()) << name;
+        for (std::size_t i = 0; i < snapshot.apps.size(); ++i) {
+            auto path = stringAt(original.apps[i], {"tile-data", "file-data", "_CFURLString"});
+            if (path) {
+                EXPECT_EQ(snapshot.apps[i].app()->path, DockURLString::path(*path)) << name << " app " << i;
+            }
+        }
+
+        DockPlistWriter(backend).write(snapshot);
+        auto expected = testing::withoutGUIDs(original);
+        for (std::size_t i = 0; i < expected.apps.size(); ++i) {
+            // A spacer item has nowhere to keep its tile, so it is written as a new spacer.
+            if (snapshot.apps[i].spacer()) {
+                EXPECT_EQ(backend.tiles.apps[i].at("tile-type"), expected.apps[i].at("tile-type")) << name;
+            } else {
+                EXPECT_EQ(backend.tiles.apps[i], expected.apps[i]) << name << " app " << i;
+            }
+        }
+        EXPECT_EQ(backend.tiles.others, expected.others) << name;
+    }
 }
 
 } // namespace

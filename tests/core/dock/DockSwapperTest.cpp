@@ -1,6 +1,7 @@
 #include "CorvaneCore/dock/DockChangeDetector.hpp"
 #include "CorvaneCore/dock/DockError.hpp"
 #include "CorvaneCore/dock/DockSwapper.hpp"
+#include "core/dock/DockFixtures.hpp"
 #include "fakes/InMemoryDockBackend.hpp"
 #include "fakes/ManualClock.hpp"
 #include "fakes/ScriptedDockReloader.hpp"
@@ -62,6 +63,20 @@ TEST_F(DockSwapperTest, AFailingStepEndsTheSwapWithItsError) {
     reloader.onReload = [] { throw DockError::dockReloadFailed("the Dock did not relaunch"); };
     EXPECT_THROW(swapper.swap(target), DockError);
     EXPECT_EQ(reloader.calls, (std::vector<std::string>{"settle", "reload"}));
+}
+
+TEST_F(DockSwapperTest, KeptTilesGoBackUndecodedLessGUIDAndAreVerifiedTheSameWay) {
+    auto kept = testing::undecodableDockTiles();
+    swapper.restore(kept);
+    EXPECT_EQ(backend.tiles, testing::withoutGUIDs(kept));
+    EXPECT_EQ(reloader.calls, (std::vector<std::string>{"settle", "reload"}));
+
+    // Only the folder's place differs; the Dock showing the old tiles is still caught.
+    auto moved = kept;
+    std::swap(moved.others.front(), moved.others.back());
+    reloader.onReload = [&] { backend.tiles = kept; };
+    EXPECT_EQ(thrown<DockError>([&] { swapper.restore(moved); }).value().kind, DockError::Kind::dockReloadFailed);
+    EXPECT_EQ(backend.writeCount, 3);
 }
 
 } // namespace

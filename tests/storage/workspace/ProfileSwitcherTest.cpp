@@ -1,6 +1,7 @@
 #include "CorvaneCore/dock/DockError.hpp"
 #include "CorvaneCore/dock/DockPlistWriter.hpp"
 #include "CorvaneStorage/workspace/ProfileSwitcher.hpp"
+#include "core/dock/DockFixtures.hpp"
 #include "fakes/InMemoryDockBackend.hpp"
 #include "fakes/ManualClock.hpp"
 #include "fakes/ScriptedDockReloader.hpp"
@@ -11,6 +12,7 @@
 #include <gtest/gtest.h>
 
 using namespace corvane;
+namespace fixtures = corvane::testing;
 
 namespace {
 
@@ -161,4 +163,52 @@ TEST_F(Switching, ADockThatStillMatchesTheNewestBackupIsNotCopiedAgain) {
     auto fresh = backups.snapshot();
     EXPECT_EQ(backupCount(), 4u);
     EXPECT_EQ(backups.listBackups().front(), fresh);
+}
+
+TEST_F(Switching, UndoAndRestorePutBackExactlyTheTilesThatCouldNotBeDecoded) {
+    const auto before = fixtures::undecodableDockTiles();
+    dock.tiles = before;
+    EXPECT_THROW(swapper.snapshot(), DockError) << "the Dock itself cannot be read as items";
+
+    switcher.switchTo(work.id);
+    EXPECT_EQ(dockApps(), (std::vector<std::string>{"/Applications/Xcode.app", "/Applications/Terminal.app"}));
+    auto taken = backups.listBackups().front();
+    EXPECT_EQ(backups.tiles(taken), before) << "the backup holds the tiles, GUIDs and all";
+
+    clock.advance(1);
+    switcher.undoLastChange();
+    EXPECT_EQ(dock.tiles, fixtures::withoutGUIDs(before));
+
+    clock.advance(1);
+    switcher.switchTo(play.id);
+    clock.advance(1);
+    switcher.restoreDockBackup(taken);
+    EXPECT_EQ(dock.tiles, fixtures::withoutGUIDs(before));
+}
+
+TEST_F(Switching, NothingIsWrittenUnlessTheBackupReadsBackAsTheDock) {
+    writeText(data / "backups" / "dock-2001-01-01T00-00-00.000Z.plist", "<plist><dict><key>persistent-apps</key>");
+    EXPECT_EQ(thrown<DockError>([&] { switcher.undoLastChange(); }).value().errorDescription(),
+              "Failed to decode dock plist at " + (data / "backups" / "dock-2001-01-01T00-00-00.000Z.plist").string() +
+                  " because it is not a Dock backup: it is not a property list");
+    EXPECT_EQ(dock.writeCount, 0);
+
+    // A backup file that loses the documents section on the way cannot put this Dock back.
+    struct LossyFile final : DockPreferencesBackend {
+        explicit LossyFile(std::filesystem::path path) : file(std::move(path)) {}
+        DockTiles readTiles() override { return file.readTiles(); }
+        void writeTiles(const DockTiles& tiles) override { file.writeTiles(DockTiles{tiles.apps, {}}); }
+        std::filesystem::path url() const override { return file.url(); }
+        PlistFileBackend file;
+    };
+    dock.tiles = fixtures::sampleDockTiles();
+    BackupManager lossy{data / "lossy", dock, [](const std::filesystem::path& p) { return std::make_unique<LossyFile>(p); },
+                        clock};
+    ProfileSwitcher careful{store, swapper, lossy, clock};
+    auto error = thrown<DockError>([&] { careful.switchTo(work.id); }).value().errorDescription();
+    EXPECT_TRUE(error.ends_with("because the backup just taken does not hold the Dock's tiles, so the Dock was left unchanged"))
+        << error;
+    EXPECT_EQ(dock.writeCount, 0);
+    EXPECT_EQ(dock.tiles, fixtures::sampleDockTiles());
+    EXPECT_FALSE(store.file().activeProfileId);
 }
