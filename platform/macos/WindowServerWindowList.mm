@@ -1,10 +1,10 @@
 #include "platform/macos/WindowServerWindowList.hpp"
 
+#include "platform/macos/WorkspaceObservers.h"
+
 #import <AppKit/AppKit.h>
 #include <CoreGraphics/CoreGraphics.h>
 #include <unistd.h>
-
-// Compiled with ARC: the tokens are strong references.
 
 namespace corvane {
 
@@ -18,8 +18,7 @@ std::int32_t number(NSDictionary* info, CFStringRef key) {
 } // namespace
 
 struct WindowServerWindowList::Tokens {
-    id activation;
-    id desktop;
+    NSArray* observers;
 };
 
 WindowServerWindowList::WindowServerWindowList() = default;
@@ -59,9 +58,7 @@ std::optional<std::int32_t> WindowServerWindowList::frontApplication() {
 
 void WindowServerWindowList::removeObservers() {
     if (!observers_) return;
-    NSNotificationCenter* center = NSWorkspace.sharedWorkspace.notificationCenter;
-    [center removeObserver:observers_->activation];
-    [center removeObserver:observers_->desktop];
+    stopObservingWorkspace(observers_->observers);
     observers_.reset();
 }
 
@@ -69,19 +66,10 @@ void WindowServerWindowList::onArrangementChange(std::function<void()> handler) 
     removeObservers();
     if (!handler) return;
     auto shared = std::make_shared<std::function<void()>>(std::move(handler));
-    NSNotificationCenter* center = NSWorkspace.sharedWorkspace.notificationCenter;
-    void (^forward)(NSNotification*) = ^(NSNotification*) {
-      (*shared)();
-    };
-    id activation = [center addObserverForName:NSWorkspaceDidActivateApplicationNotification
-                                        object:nil
-                                         queue:NSOperationQueue.mainQueue
-                                    usingBlock:forward];
-    id desktop = [center addObserverForName:NSWorkspaceActiveSpaceDidChangeNotification
-                                     object:nil
-                                      queue:NSOperationQueue.mainQueue
-                                 usingBlock:forward];
-    observers_ = std::make_unique<Tokens>(Tokens{activation, desktop});
+    NSArray* names = @[ NSWorkspaceDidActivateApplicationNotification, NSWorkspaceActiveSpaceDidChangeNotification ];
+    observers_ = std::make_unique<Tokens>(Tokens{observeWorkspace(names, ^(NSNotification*) {
+                                            (*shared)();
+                                          })});
 }
 
 } // namespace corvane

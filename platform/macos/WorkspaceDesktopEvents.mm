@@ -1,13 +1,13 @@
 #include "platform/macos/WorkspaceDesktopEvents.hpp"
 
-#import <AppKit/AppKit.h>
+#include "platform/macos/WorkspaceObservers.h"
 
-// Compiled with ARC: the token is a strong reference.
+#import <AppKit/AppKit.h>
 
 namespace corvane {
 
 struct WorkspaceDesktopEvents::Token {
-    id value;
+    NSArray* observers;
 };
 
 WorkspaceDesktopEvents::WorkspaceDesktopEvents() = default;
@@ -16,7 +16,7 @@ WorkspaceDesktopEvents::~WorkspaceDesktopEvents() { removeObserver(); }
 
 void WorkspaceDesktopEvents::removeObserver() {
     if (!observer_) return;
-    [NSWorkspace.sharedWorkspace.notificationCenter removeObserver:observer_->value];
+    stopObservingWorkspace(observer_->observers);
     observer_.reset();
 }
 
@@ -24,14 +24,10 @@ void WorkspaceDesktopEvents::onActiveDesktopChange(std::function<void()> handler
     removeObserver();
     if (!handler) return;
     auto shared = std::make_shared<std::function<void()>>(std::move(handler));
-    id token = [NSWorkspace.sharedWorkspace.notificationCenter
-        addObserverForName:NSWorkspaceActiveSpaceDidChangeNotification
-                    object:nil
-                     queue:NSOperationQueue.mainQueue
-                usingBlock:^(NSNotification*) {
-                  (*shared)();
-                }];
-    observer_ = std::make_unique<Token>(Token{token});
+    observer_ = std::make_unique<Token>(Token{observeWorkspace(@[ NSWorkspaceActiveSpaceDidChangeNotification ],
+                                                               ^(NSNotification*) {
+                                                                 (*shared)();
+                                                               })});
 }
 
 } // namespace corvane

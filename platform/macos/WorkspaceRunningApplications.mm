@@ -1,8 +1,8 @@
 #include "platform/macos/WorkspaceRunningApplications.hpp"
 
-#import <AppKit/AppKit.h>
+#include "platform/macos/WorkspaceObservers.h"
 
-// Compiled with ARC: the token is a strong reference.
+#import <AppKit/AppKit.h>
 
 namespace corvane {
 
@@ -20,8 +20,7 @@ std::optional<std::string> text(NSString* value) {
 } // namespace
 
 struct WorkspaceRunningApplications::Token {
-    id value;
-    id second = nil;
+    NSArray* observers;
 };
 
 WorkspaceRunningApplications::WorkspaceRunningApplications() = default;
@@ -55,9 +54,7 @@ void WorkspaceRunningApplications::terminate(std::int32_t pid) { [application(pi
 
 void WorkspaceRunningApplications::removeObserver(std::unique_ptr<Token>& observer) {
     if (!observer) return;
-    NSNotificationCenter* center = NSWorkspace.sharedWorkspace.notificationCenter;
-    [center removeObserver:observer->value];
-    if (observer->second != nil) [center removeObserver:observer->second];
+    stopObservingWorkspace(observer->observers);
     observer.reset();
 }
 
@@ -65,34 +62,22 @@ void WorkspaceRunningApplications::onActivation(std::function<void(std::int32_t 
     removeObserver(observer_);
     if (!handler) return;
     auto shared = std::make_shared<std::function<void(std::int32_t)>>(std::move(handler));
-    id token = [NSWorkspace.sharedWorkspace.notificationCenter
-        addObserverForName:NSWorkspaceDidActivateApplicationNotification
-                    object:nil
-                     queue:NSOperationQueue.mainQueue
-                usingBlock:^(NSNotification* notification) {
-                  NSRunningApplication* app = notification.userInfo[NSWorkspaceApplicationKey];
-                  if (app != nil) (*shared)(app.processIdentifier);
-                }];
-    observer_ = std::make_unique<Token>(Token{token});
+    observer_ = std::make_unique<Token>(Token{observeWorkspace(@[ NSWorkspaceDidActivateApplicationNotification ],
+                                                               ^(NSNotification* notification) {
+                                                                 NSRunningApplication* app =
+                                                                     notification.userInfo[NSWorkspaceApplicationKey];
+                                                                 if (app != nil) (*shared)(app.processIdentifier);
+                                                               })});
 }
 
 void WorkspaceRunningApplications::onLaunchOrTermination(std::function<void()> handler) {
     removeObserver(lifecycle_);
     if (!handler) return;
     auto shared = std::make_shared<std::function<void()>>(std::move(handler));
-    NSNotificationCenter* center = NSWorkspace.sharedWorkspace.notificationCenter;
-    void (^forward)(NSNotification*) = ^(NSNotification*) {
-      (*shared)();
-    };
-    id launched = [center addObserverForName:NSWorkspaceDidLaunchApplicationNotification
-                                      object:nil
-                                       queue:NSOperationQueue.mainQueue
-                                  usingBlock:forward];
-    id terminated = [center addObserverForName:NSWorkspaceDidTerminateApplicationNotification
-                                        object:nil
-                                         queue:NSOperationQueue.mainQueue
-                                    usingBlock:forward];
-    lifecycle_ = std::make_unique<Token>(Token{launched, terminated});
+    NSArray* names = @[ NSWorkspaceDidLaunchApplicationNotification, NSWorkspaceDidTerminateApplicationNotification ];
+    lifecycle_ = std::make_unique<Token>(Token{observeWorkspace(names, ^(NSNotification*) {
+                                                 (*shared)();
+                                               })});
 }
 
 } // namespace corvane
