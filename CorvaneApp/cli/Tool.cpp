@@ -15,9 +15,77 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <optional>
 #include <ostream>
+#include <string_view>
 
 namespace corvane {
+
+std::span<const CommandGroup> commandGroups() {
+    // In the order `--help` lists them.
+    static constexpr CommandGroup groups[] = {
+        {"list show new rename delete edit activate", addWorkspaceCommands},
+        {"dock diff switch apply capture undo backups", addDockCommands},
+        {"export import", addTransferCommands},
+        {"next previous hotkeys prefs focus desktop", addAutomationCommands},
+        {"clipboard", addClipboardCommands},
+        {"widgets water colour color colours colors", addWidgetCommands},
+        {"weather", addWeatherCommands},
+        {"github", addGitHubCommands},
+        {"themes icons stack", addLooksCommands},
+        {"preview", addPreviewCommand},
+        {"usage", addUsageCommands},
+        {"agent", addAgentCommand},
+    };
+    return groups;
+}
+
+namespace {
+
+/// The command word of a plain command line: the global options with their values, then a word.
+std::optional<std::string_view> commandWord(int argc, const char* const* argv) {
+    for (int i = 1; i < argc; ++i) {
+        std::string_view word = argv[i];
+        if (word == "--data-dir" || word == "--dock-plist") {
+            if (++i == argc || std::string_view(argv[i]).starts_with("-")) return std::nullopt;
+        } else if (!word.starts_with("--data-dir=") && !word.starts_with("--dock-plist=")) {
+            if (word.starts_with("-")) return std::nullopt;
+            return word;
+        }
+    }
+    return std::nullopt;
+}
+
+bool names(std::string_view words, std::string_view word) {
+    while (!words.empty()) {
+        auto end = words.find(' ');
+        if (words.substr(0, end) == word) return true;
+        words.remove_prefix(end == std::string_view::npos ? words.size() : end + 1);
+    }
+    return false;
+}
+
+/// The commands the parser needs for a command line. Building every command's options is a good
+/// part of a short command's run, so a line that names its command gets only that command's group
+/// (the others could not match it), and a line of options alone (`--version`), which can only be
+/// a usage error, gets none unless it asks for help. Anything else gets them all.
+std::span<const CommandGroup> groupsFor(int argc, const char* const* argv) {
+    const auto groups = commandGroups();
+    if (auto word = commandWord(argc, argv)) {
+        auto named = std::find_if(groups.begin(), groups.end(),
+                                  [&](const CommandGroup& group) { return names(group.words, *word); });
+        return named == groups.end() ? groups : groups.subspan(static_cast<std::size_t>(named - groups.begin()), 1);
+    }
+    for (int i = 1; i < argc; ++i) {
+        std::string_view word = argv[i];
+        // A word the scan could not place, or any spelling of help (also among combined flags).
+        if (!word.starts_with("-") || word.find('h') != std::string_view::npos) return groups;
+    }
+    return {};
+}
+
+} // namespace
 
 int runTool(int argc, const char* const* argv, ToolServices& services, std::ostream& out, std::ostream& err) {
     ToolContext context{services, out, std::nullopt};
@@ -27,18 +95,7 @@ int runTool(int argc, const char* const* argv, ToolServices& services, std::ostr
     app.add_option("--data-dir", context.dataDirOption, "Data folder (default: $CORVANE_APP_SUPPORT_DIR, else the user's)");
     app.add_option("--dock-plist", context.dockPlistOption,
                    "Work on this Dock preferences file instead of the live Dock, and restart nothing");
-    addWorkspaceCommands(app, context);
-    addDockCommands(app, context);
-    addTransferCommands(app, context);
-    addAutomationCommands(app, context);
-    addClipboardCommands(app, context);
-    addWidgetCommands(app, context);
-    addWeatherCommands(app, context);
-    addGitHubCommands(app, context);
-    addLooksCommands(app, context);
-    addPreviewCommand(app, context);
-    addUsageCommands(app, context);
-    addAgentCommand(app, context);
+    for (const auto& group : groupsFor(argc, argv)) group.add(app, context);
 
     try {
         app.parse(argc, argv);

@@ -3,8 +3,24 @@
 #include "CorvaneApp/cli/ToolContext.hpp"
 
 #include <iosfwd>
+#include <span>
+#include <string_view>
+
+namespace CLI {
+class App;
+}
 
 namespace corvane {
+
+/// Commands that are added to the parser together.
+struct CommandGroup {
+    /// The group's top-level command words, aliases included, separated by spaces.
+    std::string_view words;
+    void (*add)(CLI::App& app, ToolContext& context);
+};
+
+/// Every command of the tool, in the order of its help.
+std::span<const CommandGroup> commandGroups();
 
 /// Runs one command line of the `corvane` tool: 0 on success, 1 when the command failed,
 /// 2 for a usage error. Errors are one line on `err`, "corvane: " + the message.

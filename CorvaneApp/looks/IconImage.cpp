@@ -1,6 +1,6 @@
 #include "CorvaneApp/looks/IconImage.hpp"
 
-#include <cairo.h>
+#include "CorvaneApp/render/Cairo.hpp"
 
 #include <algorithm>
 #include <stdexcept>

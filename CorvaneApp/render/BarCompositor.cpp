@@ -3,7 +3,7 @@
 #include "CorvaneApp/render/TileArt.hpp"
 #include "CorvaneCore/bar/DockTileGeometry.hpp"
 
-#include <cairo.h>
+#include "CorvaneApp/render/Cairo.hpp"
 
 #include <algorithm>
 #include <cmath>

@@ -9,7 +9,7 @@
 #include "CorvaneCore/dock/DockPosition.hpp"
 #include "CorvaneCore/looks/DockTheme.hpp"
 
-#include <cairo.h>
+#include "CorvaneApp/render/Cairo.hpp"
 
 #include <functional>
 

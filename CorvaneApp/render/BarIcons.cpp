@@ -3,7 +3,7 @@
 #include "CorvaneApp/looks/IconImage.hpp"
 #include "CorvaneApp/looks/IconOverrides.hpp"
 
-#include <cairo.h>
+#include "CorvaneApp/render/Cairo.hpp"
 
 #include <cstring>
 #include <map>

@@ -5,7 +5,7 @@
 #include "CorvaneApp/render/TileArt.hpp"
 #include "CorvaneCore/bar/DockTileGeometry.hpp"
 
-#include <cairo.h>
+#include "CorvaneApp/render/Cairo.hpp"
 
 #include <cmath>
 #include <cstring>

@@ -5,7 +5,7 @@
 #include "CorvaneCore/bar/Geometry.hpp"
 #include "CorvaneCore/looks/RGBColor.hpp"
 
-#include <cairo.h>
+#include "CorvaneApp/render/Cairo.hpp"
 
 #include <algorithm>
 #include <cstdint>

@@ -3,19 +3,85 @@
 #include <openssl/evp.h>
 #include <openssl/rand.h>
 
+#include <dlfcn.h>
+
 #include <climits>
 #include <memory>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+// The folder the build found libcrypto in; the build passes it.
+#ifndef CORVANE_CRYPTO_LIBRARY_DIR
+#define CORVANE_CRYPTO_LIBRARY_DIR ""
+#endif
 
 namespace corvane {
 
 namespace {
 
-using CipherContext = std::unique_ptr<EVP_CIPHER_CTX, decltype(&EVP_CIPHER_CTX_free)>;
-
 [[noreturn]] void fail(ClipboardCryptoError::Kind kind) { throw ClipboardCryptoError::of(kind); }
 
+#define CORVANE_CRYPTO_FUNCTIONS(X) \
+    X(EVP_CIPHER_CTX_new) \
+    X(EVP_CIPHER_CTX_free) \
+    X(EVP_CIPHER_CTX_ctrl) \
+    X(EVP_aes_256_gcm) \
+    X(EVP_EncryptInit_ex) \
+    X(EVP_EncryptUpdate) \
+    X(EVP_EncryptFinal_ex) \
+    X(EVP_DecryptInit_ex) \
+    X(EVP_DecryptUpdate) \
+    X(EVP_DecryptFinal_ex) \
+    X(RAND_bytes)
+
+/// libcrypto, opened on the first sealing or opening. Linked, it would be loaded and relocated in
+/// every run of the tool, although only the clipboard's commands use it.
+struct Crypto {
+#define CORVANE_CRYPTO_POINTER(name) decltype(&::name) name = nullptr;
+    CORVANE_CRYPTO_FUNCTIONS(CORVANE_CRYPTO_POINTER)
+#undef CORVANE_CRYPTO_POINTER
+};
+
+void* openCrypto() {
+    // A program that links libcrypto already has it.
+    if (::dlsym(RTLD_DEFAULT, "EVP_aes_256_gcm")) return RTLD_DEFAULT;
+    // Never the bare "libcrypto.dylib" of macOS: the system's stub of it ends the process.
+    std::vector<std::string> names{"libcrypto.so.3", "libcrypto.3.dylib"};
+    // Homebrew keeps OpenSSL 3 outside the folders the loader searches for a bare name.
+    if (std::string directory = CORVANE_CRYPTO_LIBRARY_DIR; !directory.empty())
+        names.insert(names.begin() + 1, directory + "/libcrypto.3.dylib");
+    for (const auto& name : names)
+        if (void* library = ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL)) return library;
+    return nullptr;
+}
+
+/// Fails with `cipherFailed` when libcrypto 3 is not installed.
+const Crypto& crypto() {
+    static const std::unique_ptr<const Crypto> loaded = []() -> std::unique_ptr<const Crypto> {
+        void* library = openCrypto();
+        if (!library) return nullptr;
+        auto api = std::make_unique<Crypto>();
+        bool complete = true;
+        auto bind = [&](auto& function, const char* symbol) {
+            function = reinterpret_cast<std::remove_reference_t<decltype(function)>>(::dlsym(library, symbol));
+            complete = complete && function;
+        };
+#define CORVANE_CRYPTO_BIND(name) bind(api->name, #name);
+        CORVANE_CRYPTO_FUNCTIONS(CORVANE_CRYPTO_BIND)
+#undef CORVANE_CRYPTO_BIND
+        if (!complete) return nullptr;
+        return api;
+    }();
+    if (!loaded) fail(ClipboardCryptoError::Kind::cipherFailed);
+    return *loaded;
+}
+
+using CipherContext = std::unique_ptr<EVP_CIPHER_CTX, decltype(&EVP_CIPHER_CTX_free)>;
+
 CipherContext newContext() {
-    CipherContext context(EVP_CIPHER_CTX_new(), EVP_CIPHER_CTX_free);
+    const auto& api = crypto();
+    CipherContext context(api.EVP_CIPHER_CTX_new(), api.EVP_CIPHER_CTX_free);
     if (!context) fail(ClipboardCryptoError::Kind::cipherFailed);
     return context;
 }
@@ -66,28 +132,29 @@ namespace ClipboardSealing {
 
 Bytes randomBytes(std::size_t count) {
     Bytes bytes(count);
-    if (count > 0 && RAND_bytes(bytes.data(), static_cast<int>(count)) != 1) fail(ClipboardCryptoError::Kind::cipherFailed);
+    if (count > 0 && crypto().RAND_bytes(bytes.data(), static_cast<int>(count)) != 1) fail(ClipboardCryptoError::Kind::cipherFailed);
     return bytes;
 }
 
 Bytes seal(std::string_view plaintext, const Bytes& key, const Nonce& nonce) {
     requireKey(key);
+    const auto& api = crypto();
     auto context = newContext();
-    if (EVP_EncryptInit_ex(context.get(), EVP_aes_256_gcm(), nullptr, nullptr, nullptr) != 1 ||
-        EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_SET_IVLEN, static_cast<int>(nonceLength), nullptr) != 1 ||
-        EVP_EncryptInit_ex(context.get(), nullptr, nullptr, key.data(), nonce.data()) != 1)
+    if (api.EVP_EncryptInit_ex(context.get(), api.EVP_aes_256_gcm(), nullptr, nullptr, nullptr) != 1 ||
+        api.EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_SET_IVLEN, static_cast<int>(nonceLength), nullptr) != 1 ||
+        api.EVP_EncryptInit_ex(context.get(), nullptr, nullptr, key.data(), nonce.data()) != 1)
         fail(ClipboardCryptoError::Kind::cipherFailed);
 
     Bytes sealed(nonceLength + plaintext.size() + tagLength);
     std::copy(nonce.begin(), nonce.end(), sealed.begin());
     inChunks(reinterpret_cast<const std::uint8_t*>(plaintext.data()), plaintext.size(), sealed.data() + nonceLength,
              [&](std::uint8_t* out, int* written, const std::uint8_t* in, int length) {
-                 return EVP_EncryptUpdate(context.get(), out, written, in, length);
+                 return api.EVP_EncryptUpdate(context.get(), out, written, in, length);
              });
     int finalLength = 0;
     auto* tag = sealed.data() + nonceLength + plaintext.size();
-    if (EVP_EncryptFinal_ex(context.get(), tag, &finalLength) != 1 || finalLength != 0 ||
-        EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_GET_TAG, static_cast<int>(tagLength), tag) != 1)
+    if (api.EVP_EncryptFinal_ex(context.get(), tag, &finalLength) != 1 || finalLength != 0 ||
+        api.EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_GET_TAG, static_cast<int>(tagLength), tag) != 1)
         fail(ClipboardCryptoError::Kind::cipherFailed);
     return sealed;
 }
@@ -106,23 +173,24 @@ std::string open(std::span<const std::uint8_t> sealed, const Bytes& key) {
     auto ciphertext = sealed.subspan(nonceLength, sealed.size() - nonceLength - tagLength);
     Bytes tag(sealed.end() - static_cast<std::ptrdiff_t>(tagLength), sealed.end());
 
+    const auto& api = crypto();
     auto context = newContext();
-    if (EVP_DecryptInit_ex(context.get(), EVP_aes_256_gcm(), nullptr, nullptr, nullptr) != 1 ||
-        EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_SET_IVLEN, static_cast<int>(nonceLength), nullptr) != 1 ||
-        EVP_DecryptInit_ex(context.get(), nullptr, nullptr, key.data(), nonce.data()) != 1)
+    if (api.EVP_DecryptInit_ex(context.get(), api.EVP_aes_256_gcm(), nullptr, nullptr, nullptr) != 1 ||
+        api.EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_SET_IVLEN, static_cast<int>(nonceLength), nullptr) != 1 ||
+        api.EVP_DecryptInit_ex(context.get(), nullptr, nullptr, key.data(), nonce.data()) != 1)
         fail(ClipboardCryptoError::Kind::cipherFailed);
 
     std::string plaintext(ciphertext.size(), '\0');
     inChunks(ciphertext.data(), ciphertext.size(), reinterpret_cast<std::uint8_t*>(plaintext.data()),
              [&](std::uint8_t* out, int* written, const std::uint8_t* in, int length) {
-                 return EVP_DecryptUpdate(context.get(), out, written, in, length);
+                 return api.EVP_DecryptUpdate(context.get(), out, written, in, length);
              });
     int finalLength = 0;
     std::uint8_t ignored[16];
-    if (EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_SET_TAG, static_cast<int>(tagLength), tag.data()) != 1)
+    if (api.EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_SET_TAG, static_cast<int>(tagLength), tag.data()) != 1)
         fail(ClipboardCryptoError::Kind::cipherFailed);
     // The tag is checked here; nothing decrypted is returned unless it matches.
-    if (EVP_DecryptFinal_ex(context.get(), ignored, &finalLength) != 1)
+    if (api.EVP_DecryptFinal_ex(context.get(), ignored, &finalLength) != 1)
         fail(ClipboardCryptoError::Kind::authenticationFailed);
     return plaintext;
 }

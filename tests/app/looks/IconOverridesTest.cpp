@@ -3,7 +3,7 @@
 
 #include "fakes/TemporaryDirectory.hpp"
 
-#include <cairo.h>
+#include "CorvaneApp/render/Cairo.hpp"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "CorvaneCore/widgets/DockSlot.hpp"
 #include "fakes/TemporaryDirectory.hpp"
 
-#include <cairo.h>
+#include "CorvaneApp/render/Cairo.hpp"
 #include <gtest/gtest.h>
 
 
