@@ -210,7 +210,7 @@ struct ClaudeUsageSource::Task {
     Tracked* tracked = nullptr;
     /// The file as listed; the read adds where it stopped.
     FileKey key;
-    /// Whether it must be opened: new, or grown or shrunk since it was read.
+    /// Whether it must be opened: new, grown since it was read, or known only from the cache.
     bool opens = true;
     /// What the read gave; none when a file never read before could not be read.
     std::optional<Cursor> cursor;

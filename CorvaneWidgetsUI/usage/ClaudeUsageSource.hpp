@@ -30,7 +30,8 @@ class ClaudeUsageSource {
 public:
     /// A first read walks back from a file's end in steps of this many bytes.
     static constexpr std::size_t backwardChunkSize = 524'288;
-    /// Appended bytes read at most per refresh; the rest waits for the next one.
+    /// Appended bytes a refresh reads forwards at most; a file grown by more is read again from its
+    /// end, as far as the window goes, as a first read would.
     static constexpr std::uint64_t forwardReadLimit = 67'108'864;
 
     /// How far one transcript has been consumed, and what it gave.
