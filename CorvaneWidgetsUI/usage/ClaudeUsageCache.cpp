@@ -195,12 +195,16 @@ std::string ClaudeUsageCache::encode() const {
     return std::move(whole.bytes);
 }
 
+std::uint64_t ClaudeUsageCache::fingerprint(std::string_view bytes) {
+    std::uint64_t carried = 0;
+    if (bytes.size() >= headerSize) std::memcpy(&carried, bytes.data() + magic.size(), 8);
+    return carried;
+}
+
 std::optional<ClaudeUsageCache> ClaudeUsageCache::decode(std::string_view bytes) {
     if (bytes.size() < headerSize || bytes.substr(0, magic.size()) != magic) return std::nullopt;
-    std::uint64_t expected = 0;
-    std::memcpy(&expected, bytes.data() + magic.size(), 8);
     const auto body = bytes.substr(headerSize);
-    if (hash(body) != expected) return std::nullopt;
+    if (hash(body) != fingerprint(bytes)) return std::nullopt;
 
     Reader in(body);
     ClaudeUsageCache cache;

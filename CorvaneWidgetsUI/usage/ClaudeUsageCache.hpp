@@ -54,6 +54,9 @@ struct ClaudeUsageCache {
     std::string encode() const;
     /// None unless `bytes` is exactly what `encode` writes.
     static std::optional<ClaudeUsageCache> decode(std::string_view bytes);
+    /// The hash an encoded cache carries of its contents, which tells two caches apart without
+    /// hashing them again; 0 for bytes too short to carry one.
+    static std::uint64_t fingerprint(std::string_view bytes);
 
     /// The id as the cache keeps it: the 8 bytes of its 64-bit hash.
     static ClaudeUsageId compactId(std::string_view id);

@@ -461,6 +461,8 @@ std::vector<std::vector<ClaudeUsageEntry>> ClaudeUsageSource::takeEntries(Date s
     lists.reserve(files.size());
     for (auto& [path, tracked] : files) lists.push_back(std::move(tracked->cursor.entries));
     tracked_.clear();
+    // The cache holds what was just forgotten; the next scan starts from it.
+    restored_ = false;
     return lists;
 }
 
@@ -565,7 +567,7 @@ void ClaudeUsageSource::restore(const std::string& root) {
     if (!bytes) return;
     auto cache = ClaudeUsageCache::decode(*bytes);
     if (!cache || cache->root != root) return;
-    cacheHash_ = ClaudeUsageCache::hash(*bytes);
+    cacheHash_ = ClaudeUsageCache::fingerprint(*bytes);
     for (auto& transcript : cache->transcripts) {
         auto& tracked = tracked_[transcript.path];
         tracked.cursor = {transcript.offset, std::move(transcript.entries)};
@@ -587,7 +589,7 @@ void ClaudeUsageSource::keep(const std::string& root, Date since) {
     }
     const auto bytes = cache.encode();
     for (std::size_t i = 0; i < lent.size(); ++i) lent[i]->cursor.entries = std::move(cache.transcripts[i].entries);
-    const auto hash = ClaudeUsageCache::hash(bytes);
+    const auto hash = ClaudeUsageCache::fingerprint(bytes);
     if (hash == cacheHash_) return;
     // The cache is never needed: when it cannot be written, the next run reads the files.
     try {

@@ -107,7 +107,7 @@ private:
     std::uint64_t scan_ = 0;
     std::optional<std::filesystem::path> cacheFile_;
     bool restored_ = false;
-    /// `ClaudeUsageCache::hash` of the cache as last read or written.
+    /// `ClaudeUsageCache::fingerprint` of the cache as last read or written.
     std::uint64_t cacheHash_ = 0;
     /// One per worker, kept from scan to scan with their parsers and buffers.
     std::vector<std::unique_ptr<Reader>> readers_;
