@@ -1,7 +1,8 @@
 // The coding-assistant usage scan over a made-up transcripts folder of 60 days: the first scan
 // (every file of the week read backwards to the window's start), on the scan's workers and on one
 // thread, and a refresh after 1 MB was appended to one session, which should cost about the same
-// whatever the folder's size.
+// whatever the folder's size. Then the same for the tool, whose every run is a new source: a run
+// from scratch, and a run that starts from the cache the run before kept, after 1 MB was appended.
 
 #include "CorvaneCore/widgets/usage/ClaudeUsage.hpp"
 #include "CorvaneWidgetsUI/usage/ClaudeUsageSource.hpp"
@@ -12,6 +13,7 @@
 #include <benchmark/benchmark.h>
 
 #include <map>
+#include <optional>
 #include <memory>
 
 using namespace corvane;
@@ -54,6 +56,28 @@ struct Refresh {
     }
 };
 
+/// A megabyte of what a live session of the busiest project writes next.
+std::string appendedMegabyte() {
+    bench::CorpusOptions options;
+    options.now = corpusNow;
+    bench::CorpusWriter writer(options);
+    std::string megabyte;
+    std::uint64_t lines = 0;
+    writer.session(megabyte, 1 << 20, corpusNow - 2 * 86400, "/Users/ann/src/live", lines);
+    return megabyte;
+}
+
+/// What `corvane usage` computes: the week's entries and every period's totals.
+std::int64_t toolRun(const std::filesystem::path& root, std::optional<std::filesystem::path> cacheFile) {
+    const FixedOffsetCalendar calendar;
+    const Date now = Date::fromUnixTime(corpusNow);
+    ClaudeUsageSource source(root, 0, std::move(cacheFile));
+    const auto lists = source.takeEntries(start(ClaudeUsageScope::week, now, calendar));
+    std::int64_t tokens = 0;
+    for (auto scope : allClaudeUsageScopes) tokens += ClaudeUsage::totalsAcross(lists, scope, now, calendar).tokens;
+    return tokens;
+}
+
 void BM_UsageFirstScan(benchmark::State& state) {
     const auto& folder = corpus(state.range(0));
     Refresh refresh;
@@ -81,12 +105,7 @@ void BM_UsageRefreshAfterAppendingOneMegabyte(benchmark::State& state) {
     ClaudeUsageSource source(folder.root);
     // A live session of the corpus's busiest project, and a megabyte of what it writes next.
     auto live = std::filesystem::directory_iterator(folder.root)->path() / "live-session.jsonl";
-    bench::CorpusOptions options;
-    options.now = corpusNow;
-    bench::CorpusWriter writer(options);
-    std::string megabyte;
-    std::uint64_t lines = 0;
-    writer.session(megabyte, 1 << 20, corpusNow - 2 * 86400, "/Users/ann/src/live", lines);
+    const auto megabyte = appendedMegabyte();
     std::ofstream(live, std::ios::binary) << megabyte;
     refresh(source);
 
@@ -101,5 +120,31 @@ void BM_UsageRefreshAfterAppendingOneMegabyte(benchmark::State& state) {
 }
 // A fixed count: every iteration leaves the session a megabyte longer.
 BENCHMARK(BM_UsageRefreshAfterAppendingOneMegabyte)->Arg(128)->Arg(1024)->Iterations(30)->Unit(benchmark::kMillisecond);
+
+void BM_UsageToolRunFromScratch(benchmark::State& state) {
+    const auto& folder = corpus(state.range(0));
+    for (auto _ : state) benchmark::DoNotOptimize(toolRun(folder.root, std::nullopt));
+}
+BENCHMARK(BM_UsageToolRunFromScratch)->Arg(1024)->Unit(benchmark::kMillisecond);
+
+void BM_UsageToolRunFromItsCacheAfterAppendingOneMegabyte(benchmark::State& state) {
+    const auto& folder = corpus(state.range(0));
+    TemporaryDirectory data;
+    const auto cacheFile = data / "claude-usage.cache";
+    auto live = std::filesystem::directory_iterator(folder.root)->path() / "live-cached-session.jsonl";
+    const auto megabyte = appendedMegabyte();
+    std::ofstream(live, std::ios::binary) << megabyte;
+    toolRun(folder.root, cacheFile);
+
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::ofstream(live, std::ios::binary | std::ios::app) << megabyte;
+        state.ResumeTiming();
+        benchmark::DoNotOptimize(toolRun(folder.root, cacheFile));
+    }
+    state.counters["cacheBytes"] = static_cast<double>(std::filesystem::file_size(cacheFile));
+    std::filesystem::remove(live);
+}
+BENCHMARK(BM_UsageToolRunFromItsCacheAfterAppendingOneMegabyte)->Arg(1024)->Iterations(30)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "CorvaneCore/support/JsonCoding.hpp"
 #include "CorvaneCore/widgets/usage/ClaudeUsage.hpp"
 #include "CorvaneCore/widgets/usage/ClaudeUsageLimits.hpp"
+#include "CorvaneStorage/storage/StoragePath.hpp"
 #include "CorvaneWidgetsUI/usage/ClaudeUsageBridge.hpp"
 #include "CorvaneWidgetsUI/usage/ClaudeUsageSource.hpp"
 
@@ -118,8 +119,11 @@ void addUsageCommands(CLI::App& app, ToolContext& context) {
     usage->callback([&context, args, usage] {
         if (!usage->get_subcommands().empty()) return;
         const auto scope = *fromCaseName<ClaudeUsageScope>(args->scope);
-        ClaudeUsageSource source(args->root ? std::filesystem::path(*args->root)
-                                            : ClaudeUsageSource::defaultRoot(context.services.environment));
+        // The cache knows its root, so another folder given with --root replaces it rather than
+        // mixing; an absolute root keeps a relative one from meaning two folders.
+        const auto root = std::filesystem::absolute(args->root ? std::filesystem::path(*args->root)
+                                                               : ClaudeUsageSource::defaultRoot(context.services.environment));
+        ClaudeUsageSource source(root, 0, StoragePath::usageCacheFileURL(context.dataDirectory()));
         if (!source.isAvailable()) throw std::runtime_error(std::string(ClaudeUsage::notRunTile));
         const auto now = context.services.clock.now();
         const auto& calendar = context.services.calendar;

@@ -20,6 +20,8 @@ inline constexpr std::string_view clipboardFileName = "clipboard.json.enc";
 inline constexpr std::string_view emojiFileName = "emoji.json";
 inline constexpr std::string_view waterFileName = "water.json";
 inline constexpr std::string_view legacyCollectionsFileName = "collections.json";
+/// What the last `usage` scan read of the transcripts; deleting it changes no answer.
+inline constexpr std::string_view usageCacheFileName = "claude-usage.cache";
 inline constexpr std::string_view directoryOverrideVariable = "CORVANE_APP_SUPPORT_DIR";
 inline constexpr std::string_view folderNameInfoKey = "CorvaneDataFolder";
 
@@ -45,6 +47,7 @@ inline std::filesystem::path waterFileURL(const std::filesystem::path& dir) { re
 inline std::filesystem::path legacyCollectionsFileURL(const std::filesystem::path& dir) {
     return dir / legacyCollectionsFileName;
 }
+inline std::filesystem::path usageCacheFileURL(const std::filesystem::path& dir) { return dir / usageCacheFileName; }
 inline std::filesystem::path backupsDirectory(const std::filesystem::path& dir) { return dir / backupsDirectoryName; }
 
 inline constexpr std::string_view iconChoicesFileName = "icons.json";

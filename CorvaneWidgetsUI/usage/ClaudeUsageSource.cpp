@@ -1,6 +1,7 @@
 #include "CorvaneWidgetsUI/usage/ClaudeUsageSource.hpp"
 
 #include "CorvaneCore/support/Iso8601.hpp"
+#include "CorvaneFiles/AtomicFile.hpp"
 #include "CorvaneWidgetsUI/usage/TranscriptSearch.hpp"
 #include "CorvaneWidgetsUI/usage/WorkerThread.hpp"
 
@@ -72,6 +73,38 @@ bool readAt(int fd, char* into, std::size_t size, std::uint64_t offset) {
         offset += static_cast<std::uint64_t>(got);
     }
     return true;
+}
+
+using FileKey = ClaudeUsageCache::FileKey;
+
+/// The hash of the bytes just before `offset`; none when they cannot be read.
+std::optional<std::uint64_t> blockHash(int fd, std::uint64_t offset) {
+    char block[ClaudeUsageCache::blockSize];
+    const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(offset, sizeof block));
+    if (!readAt(fd, block, size, offset - size)) return std::nullopt;
+    return ClaudeUsageCache::hash(std::string_view(block, size));
+}
+
+FileKey keyOf(const struct stat& info) {
+#ifdef __APPLE__
+    const auto& modified = info.st_mtimespec;
+#else
+    const auto& modified = info.st_mtim;
+#endif
+    FileKey key;
+    key.device = static_cast<std::uint64_t>(info.st_dev);
+    key.inode = static_cast<std::uint64_t>(info.st_ino);
+    key.size = static_cast<std::uint64_t>(info.st_size);
+    key.modified = static_cast<std::int64_t>(modified.tv_sec) * 1'000'000'000 + static_cast<std::int64_t>(modified.tv_nsec);
+    return key;
+}
+
+/// Sessions untouched since the window began hold nothing for it. Whole seconds are portable;
+/// counting the second the change fell in errs on reading.
+bool untouchedSince(const FileKey& key, Date since) {
+    auto seconds = key.modified / 1'000'000'000;
+    if (key.modified < 0 && key.modified % 1'000'000'000 != 0) --seconds;
+    return Date::fromUnixTime(static_cast<double>(seconds) + 1) <= since;
 }
 
 using TranscriptSearch::findUsageKey;
@@ -173,9 +206,11 @@ struct ClaudeUsageSource::Folder {
 struct ClaudeUsageSource::Task {
     std::string path;
     std::uint64_t size = 0;
-    /// The file's state from earlier scans; none when it was never read.
+    /// The file's state from earlier scans; none when it was never read, or no longer holds.
     Tracked* tracked = nullptr;
-    /// Whether it must be opened: new, or grown or shrunk since it was read.
+    /// The file as listed; the read adds where it stopped.
+    FileKey key;
+    /// Whether it must be opened: new, grown since it was read, or known only from the cache.
     bool opens = true;
     /// What the read gave; none when a file never read before could not be read.
     std::optional<Cursor> cursor;
@@ -189,9 +224,17 @@ struct ClaudeUsageSource::Reader {
 
     simdjson::dom::parser parser;
     PaddedBuffer buffer;
+    /// Whether ids are kept as the cache keeps them.
+    bool compactIds = false;
 
     /// A line whose bytes lie in a buffer with padding after them.
     std::optional<ClaudeUsageEntry> decode(const char* line, std::size_t size, const std::optional<std::string>& project) {
+        auto entry = decodeLine(line, size, project);
+        if (entry && compactIds) entry->id = ClaudeUsageCache::compactId(entry->id);
+        return entry;
+    }
+
+    std::optional<ClaudeUsageEntry> decodeLine(const char* line, std::size_t size, const std::optional<std::string>& project) {
         using namespace simdjson;
         dom::element document;
         if (parser.parse(line, size, false).get(document)) return std::nullopt;
@@ -368,7 +411,8 @@ fs::path ClaudeUsageSource::defaultRoot(const ProcessEnvironment& environment) {
     return fs::path(home != environment.end() ? home->second : ".") / ".claude" / "projects";
 }
 
-ClaudeUsageSource::ClaudeUsageSource(fs::path root, std::size_t workers) : root_(std::move(root)), workers_(workers) {
+ClaudeUsageSource::ClaudeUsageSource(fs::path root, std::size_t workers, std::optional<fs::path> cacheFile)
+    : root_(std::move(root)), workers_(workers), cacheFile_(std::move(cacheFile)) {
     if (workers_ == 0) workers_ = std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, automaticWorkerLimit);
 }
 
@@ -408,11 +452,17 @@ std::vector<ClaudeUsageEntry> ClaudeUsageSource::entries(Date since) {
 std::vector<std::vector<ClaudeUsageEntry>> ClaudeUsageSource::takeEntries(Date since) {
     std::lock_guard lock(mutex_);
     scan(since);
-    std::vector<std::vector<ClaudeUsageEntry>> lists;
-    lists.reserve(tracked_.size());
+    std::vector<std::pair<const std::string*, Tracked*>> files;
+    files.reserve(tracked_.size());
     for (auto& [path, tracked] : tracked_)
-        if (!tracked.cursor.entries.empty()) lists.push_back(std::move(tracked.cursor.entries));
+        if (!tracked.cursor.entries.empty()) files.emplace_back(&path, &tracked);
+    std::sort(files.begin(), files.end(), [](const auto& a, const auto& b) { return *a.first < *b.first; });
+    std::vector<std::vector<ClaudeUsageEntry>> lists;
+    lists.reserve(files.size());
+    for (auto& [path, tracked] : files) lists.push_back(std::move(tracked->cursor.entries));
     tracked_.clear();
+    // The cache holds what was just forgotten; the next scan starts from it.
+    restored_ = false;
     return lists;
 }
 
@@ -420,13 +470,20 @@ void ClaudeUsageSource::scan(Date since) {
     ++scan_;
     auto root = root_.string();
     if (root.size() > 1 && root.ends_with('/')) root.pop_back();
+    if (cacheFile_ && !restored_) {
+        restored_ = true;
+        restore(root);
+    }
     std::vector<Folder> folders;
     eachVisibleName(root, [&](int rootFd, const char* name, unsigned char type) {
         struct stat info {};
         if (type != DT_DIR && (::fstatat(rootFd, name, &info, 0) != 0 || !S_ISDIR(info.st_mode))) return;
         folders.push_back({root + "/" + name, ClaudeUsage::projectName(name), {}});
     });
-    while (readers_.size() < workers_) readers_.push_back(std::make_unique<Reader>());
+    while (readers_.size() < workers_) {
+        readers_.push_back(std::make_unique<Reader>());
+        readers_.back()->compactIds = cacheFile_.has_value();
+    }
 
     // Listing only looks cursors up, and each read touches its own file's cursor alone, so the
     // workers share the map without a lock until the merge below. Workers list folders while any
@@ -487,12 +544,59 @@ void ClaudeUsageSource::scan(Date since) {
             if (task.cursor) {
                 if (!tracked) tracked = &tracked_[task.path];
                 tracked->cursor = std::move(*task.cursor);
+                tracked->key = task.key;
             }
-            if (tracked) tracked->scan = scan_;
+            if (tracked) {
+                tracked->scan = scan_;
+                tracked->restored = false;
+            }
         }
     }
     // Sessions deleted since the last scan.
     std::erase_if(tracked_, [&](const auto& entry) { return entry.second.scan != scan_; });
+    if (cacheFile_) keep(root, since);
+}
+
+void ClaudeUsageSource::restore(const std::string& root) {
+    std::optional<std::string> bytes;
+    try {
+        bytes = readFileIfExists(*cacheFile_);
+    } catch (const std::exception&) {
+        return;
+    }
+    if (!bytes) return;
+    auto cache = ClaudeUsageCache::decode(*bytes);
+    if (!cache || cache->root != root) return;
+    cacheHash_ = ClaudeUsageCache::fingerprint(*bytes);
+    for (auto& transcript : cache->transcripts) {
+        auto& tracked = tracked_[transcript.path];
+        tracked.cursor = {transcript.offset, std::move(transcript.entries)};
+        tracked.key = transcript.key;
+        tracked.restored = true;
+    }
+}
+
+void ClaudeUsageSource::keep(const std::string& root, Date since) {
+    // The entries are lent to the cache for encoding rather than copied: a week holds many.
+    ClaudeUsageCache cache;
+    cache.root = root;
+    std::vector<Tracked*> lent;
+    for (auto& [path, tracked] : tracked_) {
+        // Listing skips such a file unless something is appended to it, and then reads it anew.
+        if (tracked.cursor.entries.empty() && untouchedSince(tracked.key, since)) continue;
+        cache.transcripts.push_back({path, tracked.key, tracked.cursor.offset, std::move(tracked.cursor.entries)});
+        lent.push_back(&tracked);
+    }
+    const auto bytes = cache.encode();
+    for (std::size_t i = 0; i < lent.size(); ++i) lent[i]->cursor.entries = std::move(cache.transcripts[i].entries);
+    const auto hash = ClaudeUsageCache::fingerprint(bytes);
+    if (hash == cacheHash_) return;
+    // The cache is never needed: when it cannot be written, the next run reads the files.
+    try {
+        writeFileAtomically(*cacheFile_, bytes);
+        cacheHash_ = hash;
+    } catch (const std::exception&) {
+    }
 }
 
 void ClaudeUsageSource::list(Folder& folder, Date since) {
@@ -511,19 +615,24 @@ void ClaudeUsageSource::list(Folder& folder, const std::string& path, Date since
             return;
         }
         if (::fstatat(folderFd, name, &info, 0) != 0 || !S_ISREG(info.st_mode)) return;
+        const auto key = keyOf(info);
         // Sessions untouched since the window began hold nothing for it; never open them.
-        // Whole seconds are portable; counting the second the change fell in errs on reading.
-        const bool old = Date::fromUnixTime(static_cast<double>(info.st_mtime) + 1) <= since;
+        const bool old = untouchedSince(key, since);
         if (old && tracked_.empty()) return;
         auto file = path + "/" + name;
         auto found = tracked_.find(file);
         Tracked* tracked = found != tracked_.end() ? &found->second : nullptr;
+        // Another file under the name, one cut shorter, or one changed without growing: what was
+        // read of it no longer holds.
+        const auto* known = tracked ? &tracked->key : nullptr;
+        if (known && (key.device != known->device || key.inode != known->inode || key.size < known->size ||
+                      (key.size == known->size && key.modified != known->modified)))
+            tracked = nullptr;
         if (old && !tracked) return;
-        const auto size = static_cast<std::uint64_t>(info.st_size);
-        // A file read before and still as long as what was consumed has nothing new: opening it
-        // would only find that out again.
-        const bool opens = !tracked || size != tracked->cursor.offset;
-        folder.tasks.push_back({std::move(file), size, tracked, opens, std::nullopt});
+        // A file as it was when read has nothing new: opening it would only find that out again.
+        // A cursor from the cache is checked once against the file all the same.
+        const bool opens = !tracked || tracked->restored || key.size != tracked->key.size;
+        folder.tasks.push_back({std::move(file), key.size, tracked, key, opens, std::nullopt});
         if (!opens) {
             auto& entries = tracked->cursor.entries;
             std::erase_if(entries, [&](const auto& entry) { return entry.timestamp < since; });
@@ -538,9 +647,14 @@ void ClaudeUsageSource::read(Reader& reader, Task& task, const std::optional<std
     if (end >= 0) {
         const auto size = static_cast<std::uint64_t>(end);
         Cursor cursor = task.tracked ? std::move(task.tracked->cursor) : Cursor{};
+        // Other bytes where the last read stopped, or more appended than one forward read takes:
+        // read as if new, which gives what reading everything would.
+        if (task.tracked && (size < cursor.offset || size - cursor.offset > forwardReadLimit ||
+                             blockHash(fd, cursor.offset) != task.tracked->key.block))
+            cursor = Cursor{};
         bool ok = true;
-        if (size < cursor.offset || cursor.offset == 0) {
-            // A first read, or a file rewritten shorter than what was consumed: start again.
+        if (cursor.offset == 0) {
+            // A first read, or a file that no longer continues what was read: start again.
             std::uint64_t offset = 0;
             if (auto entries = reader.backward(fd, size, project, since, offset)) {
                 cursor.entries = std::move(*entries);
@@ -552,6 +666,11 @@ void ClaudeUsageSource::read(Reader& reader, Task& task, const std::optional<std
             ok = reader.forward(fd, size, project, cursor);
         }
         std::erase_if(cursor.entries, [&](const auto& entry) { return entry.timestamp < since; });
+        const auto block = ok ? blockHash(fd, cursor.offset) : std::nullopt;
+        if (block)
+            task.key.block = *block;
+        else
+            task.key = FileKey{}; // matches no file, so the next refresh reads it anew
         // A file that failed half-way keeps what it had; the next refresh tries again.
         if (ok || task.tracked) task.cursor = std::move(cursor);
         reader.buffer.trim(2 * Reader::backwardWindow);

@@ -55,10 +55,19 @@ TEST(UsageCommands, ReportsEveryPeriodTheBusiestProjectsAndTheSameAsJson) {
     EXPECT_EQ(report["isConnected"], false);
     EXPECT_FALSE(report.contains("limits"));
 
+    // The next run starts from what this one kept, and agrees with a run without it.
+    const auto cache = h.home / "data/claude-usage.cache";
+    EXPECT_TRUE(std::filesystem::exists(cache));
+    std::ofstream(h.home / ".claude/projects/-Users-ann-src-atlas/a.jsonl", std::ios::app) << line("5", 60, 100, 0);
+    auto appended = h.run({"usage", "--json", "--scope", "week"});
+    EXPECT_EQ(Json::parse(appended.out)["byScope"]["week"]["tokens"], 5500);
+    std::filesystem::remove(cache);
+    EXPECT_EQ(h.run({"usage", "--json", "--scope", "week"}).out, appended.out);
+
     auto text = h.run({"usage"});
     ASSERT_EQ(text.status, 0) << text.err;
-    EXPECT_NE(text.out.find("Last 5 hours      4.4k"), std::string::npos) << text.out;
-    EXPECT_NE(text.out.find("Busiest projects (Last 5 hours)\n  atlas    2.9k\n  corvane  1.5k\n"), std::string::npos)
+    EXPECT_NE(text.out.find("Last 5 hours      4.5k"), std::string::npos) << text.out;
+    EXPECT_NE(text.out.find("Busiest projects (Last 5 hours)\n  atlas    3.0k\n  corvane  1.5k\n"), std::string::npos)
         << text.out;
 
     auto elsewhere = h.run({"usage", "--root", (h.home / "nothing").string()});
