@@ -36,7 +36,7 @@ std::span<const CommandGroup> commandGroups() {
         {"themes icons stack", addLooksCommands},
         {"preview", addPreviewCommand},
         {"usage", addUsageCommands},
-        {"agent", addAgentCommand},
+        {"agent ui", addAgentCommand},
     };
     return groups;
 }
