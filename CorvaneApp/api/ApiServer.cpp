@@ -5,8 +5,9 @@
 
 #include <httplib.h>
 
-#include <array>
 #include <random>
+
+#include <sys/socket.h>
 
 namespace corvane {
 
@@ -68,6 +69,13 @@ bool ApiServer::start(std::string& error) {
     http.new_task_queue = [] { return new httplib::ThreadPool(2); };
     http.set_payload_max_length(largestBody);
     http.set_keep_alive_max_count(100);
+    // Only SO_REUSEADDR, for a quick restart: the library's default, SO_REUSEPORT, would let a
+    // second server (another window, or another program of this user) take the same port and
+    // with it some of the page's calls.
+    http.set_socket_options([](int socket) {
+        int yes = 1;
+        ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    });
 
     auto answer = [](httplib::Response& response, int status, const std::string& body) {
         response.status = status;
