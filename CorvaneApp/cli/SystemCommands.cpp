@@ -194,11 +194,11 @@ void addSystemCommands(CLI::App& app, ToolContext& context) {
                 if (state != PermissionState::notNeeded) out << "  System Settings > " << facts.pane << "\n";
                 continue;
             }
-            list.push_back({{"name", facts.name},
-                            {"state", stateText(state)},
-                            {"reason", facts.reason},
-                            {"pane", facts.pane},
-                            {"settingsURL", facts.settingsURL}});
+            list.push_back({{"name", std::string(facts.name)},
+                            {"state", std::string(stateText(state))},
+                            {"reason", std::string(facts.reason)},
+                            {"pane", std::string(facts.pane)},
+                            {"settingsURL", std::string(facts.settingsURL)}});
         }
         if (args->json) out << prettyJson(list);
     });

@@ -14,6 +14,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <memory>
 #include <ostream>
@@ -32,9 +33,8 @@ struct Sections {
     bool inApps(std::size_t index) const { return index <= apps; }
     std::size_t count() const { return apps + others; }
     /// The places a tile of that section may take, once it is in.
-    std::pair<std::size_t, std::size_t> places(bool apps, std::size_t added) const {
-        return apps ? std::pair{std::size_t{1}, this->apps + added}
-                    : std::pair{this->apps + 1, this->apps + others + added};
+    std::pair<std::size_t, std::size_t> places(bool appsSection, std::size_t added) const {
+        return appsSection ? std::pair{std::size_t{1}, apps + added} : std::pair{apps + 1, apps + others + added};
     }
 };
 
