@@ -23,7 +23,7 @@ namespace corvane {
 
 namespace {
 
-std::string quoted(const std::string& text) { return "\"" + text + "\""; }
+std::string inQuotes(const std::string& text) { return "\"" + text + "\""; }
 
 /// Tiles are numbered from 1 through the apps section and on through the others, as the Dock
 /// shows them left to right; a tile never leaves its section.
@@ -46,9 +46,9 @@ const DockItem& tileAt(const Profile& profile, std::size_t index) {
 
 std::size_t checkedIndex(const Profile& profile, long long index, const char* what) {
     auto count = sectionsOf(profile).count();
-    if (count == 0) throw UsageError(quoted(profile.name) + " has no tiles");
+    if (count == 0) throw UsageError(inQuotes(profile.name) + " has no tiles");
     if (index < 1 || static_cast<std::size_t>(index) > count)
-        throw UsageError(std::string(what) + " must be a tile of " + quoted(profile.name) + ", 1 to " +
+        throw UsageError(std::string(what) + " must be a tile of " + inQuotes(profile.name) + ", 1 to " +
                          std::to_string(count) + ", not " + std::to_string(index));
     return static_cast<std::size_t>(index);
 }
@@ -144,7 +144,7 @@ DockItem newTile(const AddOptions& add) {
     if (add.app) {
         auto path = absolutePath(*add.app, "--app");
         if (!text::lowercased(path).ends_with(".app"))
-            throw UsageError("--app takes an application bundle, a path ending in .app, not " + quoted(*add.app));
+            throw UsageError("--app takes an application bundle, a path ending in .app, not " + inQuotes(*add.app));
         auto bundle = AppBundle::read(path);
         return AppEntry{path, bundle.bundleIdentifier, bundle.name, std::nullopt};
     }
@@ -160,11 +160,11 @@ DockItem newTile(const AddOptions& add) {
                              return std::isalnum(static_cast<unsigned char>(c)) || c == '+' || c == '-' || c == '.';
                          });
         if (!hasScheme || colon + 1 == url.size())
-            throw UsageError("--link takes a URL with its scheme, like https://example.com, not " + quoted(*add.link));
+            throw UsageError("--link takes a URL with its scheme, like https://example.com, not " + inQuotes(*add.link));
         return URLEntry{url, std::nullopt, std::nullopt};
     }
     auto spacer = parseSpacer(add.spacer);
-    if (!spacer) throw UsageError("--spacer takes spacer, small or flex, not " + quoted(add.spacer));
+    if (!spacer) throw UsageError("--spacer takes spacer, small or flex, not " + inQuotes(add.spacer));
     return *spacer;
 }
 
@@ -177,9 +177,9 @@ std::size_t adding(Profile& profile, DockItem item, std::optional<long long> at)
             return each.app() && each.app()->path == app->path;
         });
         if (same != profile.items.end())
-            throw std::runtime_error(quoted(item.displayName()) + " is already tile " +
+            throw std::runtime_error(inQuotes(item.displayName()) + " is already tile " +
                                      std::to_string(same - profile.items.begin() + 1) + " of " +
-                                     quoted(profile.name));
+                                     inQuotes(profile.name));
     }
     auto place = at.value_or(static_cast<long long>(last));
     if (place < static_cast<long long>(first) || place > static_cast<long long>(last))
@@ -244,7 +244,7 @@ void addTileCommands(CLI::App& app, ToolContext& context) {
         auto index = adding(profile, std::move(item), args->add.at);
         store.update(profile);
         context.made["index"] = std::to_string(index);
-        out << "Added " << quoted(name) << " to " << quoted(profile.name) << " as tile " << index << ".\n";
+        out << "Added " << inQuotes(name) << " to " << inQuotes(profile.name) << " as tile " << index << ".\n";
     });
 
     auto* remove = tiles->add_subcommand("remove", "Take a tile out of a workspace");
@@ -258,14 +258,14 @@ void addTileCommands(CLI::App& app, ToolContext& context) {
         // The widget's own record says where it is shown; only hiding it keeps the two in step.
         if (isWidgetPlace(item))
             throw UsageError("tile " + std::to_string(index) + " holds a widget's place; take the widget out with: "
-                             "corvane widgets hide WIDGET --in " + quoted(profile.name));
+                             "corvane widgets hide WIDGET --in " + inQuotes(profile.name));
         auto apps = profile.items.size();
         if (index <= apps)
             profile.items.erase(profile.items.begin() + static_cast<std::ptrdiff_t>(index - 1));
         else
             profile.others.erase(profile.others.begin() + static_cast<std::ptrdiff_t>(index - 1 - apps));
         store.update(profile);
-        out << "Removed " << quoted(item.displayName()) << " from " << quoted(profile.name) << ".\n";
+        out << "Removed " << inQuotes(item.displayName()) << " from " << inQuotes(profile.name) << ".\n";
     });
 
     auto* move = tiles->add_subcommand("move", "Move a tile to another place of its section");
@@ -289,7 +289,7 @@ void addTileCommands(CLI::App& app, ToolContext& context) {
         list.erase(list.begin() + static_cast<std::ptrdiff_t>(from - first));
         list.insert(list.begin() + static_cast<std::ptrdiff_t>(to - first), item);
         store.update(profile);
-        out << "Moved " << quoted(item.displayName()) << " to tile " << to << " of " << quoted(profile.name) << ".\n";
+        out << "Moved " << inQuotes(item.displayName()) << " to tile " << to << " of " << inQuotes(profile.name) << ".\n";
     });
 }
 
