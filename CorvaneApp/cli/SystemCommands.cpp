@@ -66,7 +66,7 @@ constexpr PermissionFacts kPermissions[] = {
      "Privacy & Security > Accessibility",
      "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"},
     {Permission::focusStatus, "Focus status",
-     "Corvane sees when a Focus turns on or off, so that it can bring the workspace bound to Focus.",
+     "Corvane sees when a Focus turns on or off, so that it can bring the workspace bound to that Focus.",
      "Privacy & Security > Focus", "x-apple.systempreferences:com.apple.preference.security?Privacy_Focus"},
     {Permission::notifications, "Notifications",
      "Corvane tells you when a timer or a pomodoro phase ends, and when water is due.", "Notifications",

@@ -100,7 +100,7 @@ void printTiles(const Profile& profile, std::ostream& out) {
     auto sections = sectionsOf(profile);
     out << profile.name << ": " << sections.apps << (sections.apps == 1 ? " app tile, " : " app tiles, ")
         << sections.others << (sections.others == 1 ? " other" : " others") << "\n";
-    std::size_t nameWidth = 4, kindWidth = 4;
+    std::size_t nameWidth = 4, kindWidth = 4, indexWidth = std::to_string(sections.count()).size();
     for (std::size_t i = 1; i <= sections.count(); ++i) {
         nameWidth = std::max(nameWidth, displayWidth(tileAt(profile, i).displayName()));
         kindWidth = std::max(kindWidth, kindOf(tileAt(profile, i)).size());
@@ -108,9 +108,10 @@ void printTiles(const Profile& profile, std::ostream& out) {
     for (std::size_t i = 1; i <= sections.count(); ++i) {
         if (i == sections.apps + 1 && sections.apps > 0) out << "  --\n";
         const auto& item = tileAt(profile, i);
-        auto line = padded(std::to_string(i), 3) + "  " + padded(kindOf(item), kindWidth) + "  " +
+        auto line = rightAligned(std::to_string(i), indexWidth) + "  " + padded(kindOf(item), kindWidth) + "  " +
                     padded(item.displayName(), nameWidth) + "  " + whereOf(item);
-        out << "  " << std::string(text::trimmed(line)) << "\n";
+        while (line.ends_with(' ')) line.pop_back();
+        out << "  " << line << "\n";
     }
 }
 
