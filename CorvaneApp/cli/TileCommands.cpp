@@ -9,6 +9,7 @@
 #include "CorvaneCore/widgets/DockSlot.hpp"
 #include "CorvaneCore/workspace/ProfileCoding.hpp"
 #include "CorvaneStorage/storage/StoragePath.hpp"
+#include "CorvaneStorage/widgets/WidgetStore.hpp"
 #include "CorvaneStorage/workspace/ProfileStore.hpp"
 
 #include <CLI/CLI.hpp>
@@ -59,6 +60,22 @@ bool isWidgetPlace(const DockItem& item) {
            (DockSlot::widgetID(*app->bundleIdentifier) || DockSlot::slot(*app->bundleIdentifier));
 }
 
+/// The widget whose place the item holds; none for other items and for places of widgets gone.
+const DockWidget* widgetAt(const DockItem& item, const std::vector<DockWidget>& widgets) {
+    if (!isWidgetPlace(item)) return nullptr;
+    const auto& identifier = *item.app()->bundleIdentifier;
+    auto id = DockSlot::widgetID(identifier);
+    auto slot = DockSlot::slot(identifier);
+    auto found = std::find_if(widgets.begin(), widgets.end(),
+                              [&](const DockWidget& widget) { return id ? widget.id == *id : widget.slot == slot; });
+    return found == widgets.end() ? nullptr : &*found;
+}
+
+std::string nameOf(const DockItem& item, const std::vector<DockWidget>& widgets) {
+    const auto* widget = widgetAt(item, widgets);
+    return widget ? widget->name : item.displayName();
+}
+
 std::string kindOf(const DockItem& item) {
     if (item.app()) return isWidgetPlace(item) ? "widget" : "app";
     if (auto spacer = item.spacer()) {
@@ -79,12 +96,13 @@ std::string whereOf(const DockItem& item) {
     return "";
 }
 
-Json tileJson(const DockItem& item, std::size_t index, bool inApps) {
+Json tileJson(const DockItem& item, std::size_t index, bool inApps, const std::vector<DockWidget>& widgets) {
     Json tile = {{"index", index},
                  {"section", inApps ? "apps" : "others"},
                  {"kind", kindOf(item)},
-                 {"name", item.displayName()},
+                 {"name", nameOf(item, widgets)},
                  {"item", encodeDockItem(item)}};
+    if (const auto* widget = widgetAt(item, widgets)) tile["widget"] = widget->id.string();
     if (auto app = item.app()) {
         tile["path"] = app->path;
         if (app->bundleIdentifier) tile["bundleIdentifier"] = *app->bundleIdentifier;
@@ -96,20 +114,20 @@ Json tileJson(const DockItem& item, std::size_t index, bool inApps) {
     return tile;
 }
 
-void printTiles(const Profile& profile, std::ostream& out) {
+void printTiles(const Profile& profile, const std::vector<DockWidget>& widgets, std::ostream& out) {
     auto sections = sectionsOf(profile);
     out << profile.name << ": " << sections.apps << (sections.apps == 1 ? " app tile, " : " app tiles, ")
         << sections.others << (sections.others == 1 ? " other" : " others") << "\n";
     std::size_t nameWidth = 4, kindWidth = 4, indexWidth = std::to_string(sections.count()).size();
     for (std::size_t i = 1; i <= sections.count(); ++i) {
-        nameWidth = std::max(nameWidth, displayWidth(tileAt(profile, i).displayName()));
+        nameWidth = std::max(nameWidth, displayWidth(nameOf(tileAt(profile, i), widgets)));
         kindWidth = std::max(kindWidth, kindOf(tileAt(profile, i)).size());
     }
     for (std::size_t i = 1; i <= sections.count(); ++i) {
         if (i == sections.apps + 1 && sections.apps > 0) out << "  --\n";
         const auto& item = tileAt(profile, i);
         auto line = rightAligned(std::to_string(i), indexWidth) + "  " + padded(kindOf(item), kindWidth) + "  " +
-                    padded(item.displayName(), nameWidth) + "  " + whereOf(item);
+                    padded(nameOf(item, widgets), nameWidth) + "  " + (isWidgetPlace(item) ? "" : whereOf(item));
         while (line.ends_with(' ')) line.pop_back();
         out << "  " << line << "\n";
     }
@@ -219,11 +237,13 @@ void addTileCommands(CLI::App& app, ToolContext& context) {
         if (args->workspace.empty()) throw UsageError("tiles needs a WORKSPACE");
         auto store = openStore(context);
         const auto& profile = resolveWorkspace(store.file().profiles, args->workspace);
-        if (!args->json) return printTiles(profile, out);
+        WidgetStore widgetStore(StoragePath::widgetsFileURL(context.dataDirectory()));
+        const auto& widgets = widgetStore.file().widgets;
+        if (!args->json) return printTiles(profile, widgets, out);
         auto list = Json::array();
         auto sections = sectionsOf(profile);
         for (std::size_t i = 1; i <= sections.count(); ++i)
-            list.push_back(tileJson(tileAt(profile, i), i, sections.inApps(i)));
+            list.push_back(tileJson(tileAt(profile, i), i, sections.inApps(i), widgets));
         out << prettyJson(Json{{"workspace", profile.id.string()}, {"tiles", std::move(list)}});
     });
 

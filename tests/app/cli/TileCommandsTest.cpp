@@ -123,11 +123,13 @@ TEST_F(Tiles, RefusedChangesSayWhyInOneLineAndChangeNothing) {
 }
 
 TEST_F(Tiles, AWidgetsPlaceIsLeftToTheWidgetCommands) {
-    auto id = firstLine(ok({"widgets", "add", "timer"}));
+    auto id = firstLine(ok({"widgets", "add", "timer", "--name", "Tea"}));
     ok({"widgets", "show", id, "--in", "Work"});
     auto list = tiles();
     auto widget = std::find_if(list.begin(), list.end(), [](const Json& tile) { return tile["kind"] == "widget"; });
     ASSERT_NE(widget, list.end());
+    EXPECT_EQ((*widget)["name"], "Tea");
+    EXPECT_EQ((*widget)["widget"], id);
     auto result = run({"tiles", "remove", "Work", (*widget)["index"].dump()});
     EXPECT_EQ(result.status, 2);
     EXPECT_NE(result.err.find("corvane widgets hide"), std::string::npos) << result.err;
