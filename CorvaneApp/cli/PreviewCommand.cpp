@@ -139,7 +139,8 @@ constexpr int largestIcon = 1024;
 
 void drawIcon(ToolContext& context, const IconArguments& args) {
     if (args.size < 16 || args.size > largestIcon)
-        throw UsageError("--size must be 16 to " + std::to_string(largestIcon) + " pixels, not " + std::to_string(args.size));
+        throw UsageError("--size must be 16 to " + std::to_string(largestIcon) + " pixels, not " +
+                         std::to_string(args.size));
     if (text::trimmed(args.output).empty()) throw UsageError("-o needs a file name, or - for standard output");
     if (text::trimmed(args.app).empty()) throw UsageError("icon needs an application's path");
     auto path = std::filesystem::absolute(args.app).lexically_normal().string();

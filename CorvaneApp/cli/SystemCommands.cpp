@@ -28,8 +28,8 @@ struct InstalledApp {
 
 /// The folders the Finder's Applications holds, the user's own last.
 std::vector<std::filesystem::path> applicationFolders(const ProcessEnvironment& environment) {
-    std::vector<std::filesystem::path> folders{"/Applications", "/Applications/Utilities", "/System/Applications",
-                                               "/System/Applications/Utilities"};
+    std::vector<std::filesystem::path> folders{"/Applications", "/Applications/Utilities",
+                                               "/System/Applications", "/System/Applications/Utilities"};
     if (auto home = environment.find("HOME"); home != environment.end() && !home->second.empty())
         folders.push_back(std::filesystem::path(home->second) / "Applications");
     return folders;
@@ -40,9 +40,11 @@ std::vector<InstalledApp> installedApps(const ProcessEnvironment& environment) {
     std::set<std::string> seen;
     for (const auto& folder : applicationFolders(environment)) {
         std::error_code error;
-        for (std::filesystem::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
+        for (std::filesystem::directory_iterator it(folder, error), end; !error && it != end;
+             it.increment(error)) {
             auto path = it->path();
-            if (!text::lowercased(path.filename().string()).ends_with(".app") || !it->is_directory(error)) continue;
+            if (!text::lowercased(path.filename().string()).ends_with(".app") || !it->is_directory(error))
+                continue;
             if (!seen.insert(path.string()).second) continue;
             auto bundle = AppBundle::read(path);
             apps.push_back({bundle.bundleName.value_or(bundle.name), path.string(), bundle.bundleIdentifier});
@@ -62,7 +64,8 @@ struct PermissionFacts {
 
 constexpr PermissionFacts kPermissions[] = {
     {Permission::accessibility, "Accessibility",
-     "Corvane reads where windows and their title bars are, so that its own Dock bar can keep out of their way.",
+     "Corvane reads where windows and their title bars are, so that its own Dock bar can keep out of their "
+     "way.",
      "Privacy & Security > Accessibility",
      "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"},
     {Permission::focusStatus, "Focus status",
@@ -75,11 +78,16 @@ constexpr PermissionFacts kPermissions[] = {
 
 std::string_view stateText(PermissionState state) {
     switch (state) {
-    case PermissionState::allowed: return "allowed";
-    case PermissionState::notAllowed: return "not allowed";
-    case PermissionState::notAsked: return "not asked";
-    case PermissionState::notNeeded: return "not needed";
-    case PermissionState::unknown: return "unknown";
+    case PermissionState::allowed:
+        return "allowed";
+    case PermissionState::notAllowed:
+        return "not allowed";
+    case PermissionState::notAsked:
+        return "not asked";
+    case PermissionState::notNeeded:
+        return "not needed";
+    case PermissionState::unknown:
+        return "unknown";
     }
     return "unknown";
 }
@@ -93,7 +101,8 @@ struct Desktop {
 };
 
 /// The window server's desktops where it answers; elsewhere only the workspaces know of any.
-std::vector<Desktop> knownDesktops(DesktopServer* server, const std::vector<Profile>& profiles, bool& fromSystem) {
+std::vector<Desktop> knownDesktops(DesktopServer* server, const std::vector<Profile>& profiles,
+                                   bool& fromSystem) {
     std::vector<Desktop> desktops;
     if (server)
         for (const auto& display : server->displays())
@@ -105,7 +114,8 @@ std::vector<Desktop> knownDesktops(DesktopServer* server, const std::vector<Prof
     std::set<std::string> seen;
     for (const auto& profile : profiles)
         for (const auto& uuid : profile.desktopUUIDs)
-            if (seen.insert(uuid).second) desktops.push_back({uuid, {}, {}, false, DesktopBinding::profile(uuid, profiles)});
+            if (seen.insert(uuid).second)
+                desktops.push_back({uuid, {}, {}, false, DesktopBinding::profile(uuid, profiles)});
     return desktops;
 }
 
@@ -120,7 +130,8 @@ void addSystemCommands(CLI::App& app, ToolContext& context) {
     auto args = std::make_shared<Arguments>();
 
     auto* apps = app.add_subcommand("apps", "The installed applications: name, bundle identifier and path");
-    apps->add_flag("--json", args->json, "Print them as a list of objects with name, path and bundleIdentifier");
+    apps->add_flag("--json", args->json,
+                   "Print them as a list of objects with name, path and bundleIdentifier");
     apps->callback([&context, &out, args] {
         auto found = installedApps(context.services.environment);
         if (args->json) {
@@ -144,11 +155,12 @@ void addSystemCommands(CLI::App& app, ToolContext& context) {
         }
         out << padded("NAME", nameWidth) << "  " << padded("BUNDLE ID", idWidth) << "  PATH\n";
         for (const auto& each : found)
-            out << padded(each.name, nameWidth) << "  " << padded(each.bundleIdentifier.value_or("-"), idWidth)
-                << "  " << each.path << "\n";
+            out << padded(each.name, nameWidth) << "  "
+                << padded(each.bundleIdentifier.value_or("-"), idWidth) << "  " << each.path << "\n";
     });
 
-    auto* desktops = app.add_subcommand("desktops", "The desktops (Spaces) known, and the workspace each brings");
+    auto* desktops =
+        app.add_subcommand("desktops", "The desktops (Spaces) known, and the workspace each brings");
     desktops->add_flag("--json", args->json, "Print them as a list of objects");
     desktops->callback([&context, &out, args] {
         ProfileStore store(StoragePath::profilesFileURL(context.dataDirectory()));
@@ -170,19 +182,21 @@ void addSystemCommands(CLI::App& app, ToolContext& context) {
             return;
         }
         if (!fromSystem)
-            out << (found.empty() ? "No desktops known: the system tells none here, and no workspace is bound to one.\n"
-                                  : "The system tells no desktops here; the workspaces are bound to these:\n");
+            out << (found.empty()
+                        ? "No desktops known: the system tells none here, and no workspace is bound to one.\n"
+                        : "The system tells no desktops here; the workspaces are bound to these:\n");
         for (const auto& desktop : found) {
             std::string place = desktop.number ? "Desktop " + std::to_string(*desktop.number) : "Desktop";
             if (desktop.display) place += " of display " + std::to_string(*desktop.display);
             out << (desktop.current ? "* " : "  ") << place << "  " << desktop.uuid << "  "
-                << (desktop.workspace ? "brings \"" + desktop.workspace->name + "\"" : std::string("no workspace"))
+                << (desktop.workspace ? "brings \"" + desktop.workspace->name + "\""
+                                      : std::string("no workspace"))
                 << "\n";
         }
     });
 
-    auto* permissions =
-        app.add_subcommand("permissions", "Each permission Corvane asks for: its state, why, and where to grant it");
+    auto* permissions = app.add_subcommand(
+        "permissions", "Each permission Corvane asks for: its state, why, and where to grant it");
     permissions->add_flag("--json", args->json, "Print them as a list of objects");
     permissions->callback([&context, &out, args] {
         const auto* states = context.services.permissions;
@@ -203,7 +217,9 @@ void addSystemCommands(CLI::App& app, ToolContext& context) {
         if (args->json) out << prettyJson(list);
     });
 
-    app.add_subcommand("version", "Print Corvane's version")->callback([&out] { out << toolVersion() << "\n"; });
+    app.add_subcommand("version", "Print Corvane's version")->callback([&out] {
+        out << toolVersion() << "\n";
+    });
 }
 
 } // namespace corvane

@@ -24,7 +24,9 @@ namespace corvane {
 
 namespace {
 
-std::string inQuotes(const std::string& text) { return "\"" + text + "\""; }
+std::string inQuotes(const std::string& text) {
+    return "\"" + text + "\"";
+}
 
 /// Tiles are numbered from 1 through the apps section and on through the others, as the Dock
 /// shows them left to right; a tile never leaves its section.
@@ -35,14 +37,18 @@ struct Sections {
     std::size_t count() const { return apps + others; }
     /// The places a tile of that section may take, once it is in.
     std::pair<std::size_t, std::size_t> places(bool appsSection, std::size_t added) const {
-        return appsSection ? std::pair{std::size_t{1}, apps + added} : std::pair{apps + 1, apps + others + added};
+        return appsSection ? std::pair{std::size_t{1}, apps + added}
+                           : std::pair{apps + 1, apps + others + added};
     }
 };
 
-Sections sectionsOf(const Profile& profile) { return {profile.items.size(), profile.others.size()}; }
+Sections sectionsOf(const Profile& profile) {
+    return {profile.items.size(), profile.others.size()};
+}
 
 const DockItem& tileAt(const Profile& profile, std::size_t index) {
-    return index <= profile.items.size() ? profile.items[index - 1] : profile.others[index - 1 - profile.items.size()];
+    return index <= profile.items.size() ? profile.items[index - 1]
+                                         : profile.others[index - 1 - profile.items.size()];
 }
 
 std::size_t checkedIndex(const Profile& profile, long long index, const char* what) {
@@ -66,8 +72,9 @@ const DockWidget* widgetAt(const DockItem& item, const std::vector<DockWidget>& 
     const auto& identifier = *item.app()->bundleIdentifier;
     auto id = DockSlot::widgetID(identifier);
     auto slot = DockSlot::slot(identifier);
-    auto found = std::find_if(widgets.begin(), widgets.end(),
-                              [&](const DockWidget& widget) { return id ? widget.id == *id : widget.slot == slot; });
+    auto found = std::find_if(widgets.begin(), widgets.end(), [&](const DockWidget& widget) {
+        return id ? widget.id == *id : widget.slot == slot;
+    });
     return found == widgets.end() ? nullptr : &*found;
 }
 
@@ -80,9 +87,12 @@ std::string kindOf(const DockItem& item) {
     if (item.app()) return isWidgetPlace(item) ? "widget" : "app";
     if (auto spacer = item.spacer()) {
         switch (*spacer) {
-        case SpacerVariant::small: return "smallSpacer";
-        case SpacerVariant::flex: return "flexSpacer";
-        case SpacerVariant::default_: return "spacer";
+        case SpacerVariant::small:
+            return "smallSpacer";
+        case SpacerVariant::flex:
+            return "flexSpacer";
+        case SpacerVariant::default_:
+            return "spacer";
         }
     }
     if (auto file = item.file()) return file->isDirectory ? "folder" : "file";
@@ -126,9 +136,11 @@ void printTiles(const Profile& profile, const std::vector<DockWidget>& widgets, 
     for (std::size_t i = 1; i <= sections.count(); ++i) {
         if (i == sections.apps + 1 && sections.apps > 0) out << "  --\n";
         const auto& item = tileAt(profile, i);
-        auto line = rightAligned(std::to_string(i), indexWidth) + "  " + padded(kindOf(item), kindWidth) + "  " +
-                    padded(nameOf(item, widgets), nameWidth) + "  " + (isWidgetPlace(item) ? "" : whereOf(item));
-        while (line.ends_with(' ')) line.pop_back();
+        auto line = rightAligned(std::to_string(i), indexWidth) + "  " + padded(kindOf(item), kindWidth) +
+                    "  " + padded(nameOf(item, widgets), nameWidth) + "  " +
+                    (isWidgetPlace(item) ? "" : whereOf(item));
+        while (line.ends_with(' '))
+            line.pop_back();
         out << "  " << line << "\n";
     }
 }
@@ -145,7 +157,8 @@ std::optional<SpacerVariant> parseSpacer(const std::string& text) {
 std::string absolutePath(const std::string& text, const char* option) {
     if (text::trimmed(text).empty()) throw UsageError(std::string(option) + " needs a path");
     auto path = std::filesystem::absolute(std::filesystem::path(text)).lexically_normal().string();
-    while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+    while (path.size() > 1 && path.ends_with('/'))
+        path.pop_back();
     return path;
 }
 
@@ -163,23 +176,27 @@ DockItem newTile(const AddOptions& add) {
     if (add.app) {
         auto path = absolutePath(*add.app, "--app");
         if (!text::lowercased(path).ends_with(".app"))
-            throw UsageError("--app takes an application bundle, a path ending in .app, not " + inQuotes(*add.app));
+            throw UsageError("--app takes an application bundle, a path ending in .app, not " +
+                             inQuotes(*add.app));
         auto bundle = AppBundle::read(path);
         return AppEntry{path, bundle.bundleIdentifier, bundle.name, std::nullopt};
     }
     if (add.folder || add.file) {
         auto path = absolutePath(add.folder ? *add.folder : *add.file, add.folder ? "--folder" : "--file");
-        return FileEntry{path, text::lastPathComponent(path), add.folder.has_value(), std::nullopt, std::nullopt};
+        return FileEntry{path, text::lastPathComponent(path), add.folder.has_value(), std::nullopt,
+                         std::nullopt};
     }
     if (add.link) {
         auto url = std::string(text::trimmed(*add.link));
         auto colon = url.find(':');
-        bool hasScheme = colon != std::string::npos && colon > 0 &&
-                         std::all_of(url.begin(), url.begin() + static_cast<std::ptrdiff_t>(colon), [](char c) {
-                             return std::isalnum(static_cast<unsigned char>(c)) || c == '+' || c == '-' || c == '.';
-                         });
+        bool hasScheme =
+            colon != std::string::npos && colon > 0 &&
+            std::all_of(url.begin(), url.begin() + static_cast<std::ptrdiff_t>(colon), [](char c) {
+                return std::isalnum(static_cast<unsigned char>(c)) || c == '+' || c == '-' || c == '.';
+            });
         if (!hasScheme || colon + 1 == url.size())
-            throw UsageError("--link takes a URL with its scheme, like https://example.com, not " + inQuotes(*add.link));
+            throw UsageError("--link takes a URL with its scheme, like https://example.com, not " +
+                             inQuotes(*add.link));
         return URLEntry{url, std::nullopt, std::nullopt};
     }
     auto spacer = parseSpacer(add.spacer);
@@ -202,9 +219,10 @@ std::size_t adding(Profile& profile, DockItem item, std::optional<long long> at)
     }
     auto place = at.value_or(static_cast<long long>(last));
     if (place < static_cast<long long>(first) || place > static_cast<long long>(last))
-        throw UsageError("--at must be " + std::to_string(first) + " to " + std::to_string(last) + " for " +
-                         (inApps ? "an app or spacer, in the apps section" : "a folder, file or link, in the others") +
-                         ", not " + std::to_string(place));
+        throw UsageError(
+            "--at must be " + std::to_string(first) + " to " + std::to_string(last) + " for " +
+            (inApps ? "an app or spacer, in the apps section" : "a folder, file or link, in the others") +
+            ", not " + std::to_string(place));
     auto index = static_cast<std::size_t>(place);
     auto& list = inApps ? profile.items : profile.others;
     list.insert(list.begin() + static_cast<std::ptrdiff_t>(index - first), std::move(item));
@@ -255,8 +273,10 @@ void addTileCommands(CLI::App& app, ToolContext& context) {
     add->add_option("--file", args->add.file, "A file");
     add->add_option("--link", args->add.link, "A URL, like https://example.com");
     args->add.spacerOption =
-        add->add_option("--spacer", args->add.spacer, "A spacer: spacer (the default), small or flex")->expected(0, 1);
-    add->add_option("--at", args->add.at, "Its place as tiles numbers them (default: the end of its section)");
+        add->add_option("--spacer", args->add.spacer, "A spacer: spacer (the default), small or flex")
+            ->expected(0, 1);
+    add->add_option("--at", args->add.at,
+                    "Its place as tiles numbers them (default: the end of its section)");
     add->callback([&context, &out, args] {
         auto item = newTile(args->add);
         auto store = openStore(context);
@@ -265,7 +285,8 @@ void addTileCommands(CLI::App& app, ToolContext& context) {
         auto index = adding(profile, std::move(item), args->add.at);
         store.update(profile);
         context.made["index"] = std::to_string(index);
-        out << "Added " << inQuotes(name) << " to " << inQuotes(profile.name) << " as tile " << index << ".\n";
+        out << "Added " << inQuotes(name) << " to " << inQuotes(profile.name) << " as tile " << index
+            << ".\n";
     });
 
     auto* remove = tiles->add_subcommand("remove", "Take a tile out of a workspace");
@@ -278,8 +299,10 @@ void addTileCommands(CLI::App& app, ToolContext& context) {
         auto item = tileAt(profile, index);
         // The widget's own record says where it is shown; only hiding it keeps the two in step.
         if (isWidgetPlace(item))
-            throw UsageError("tile " + std::to_string(index) + " holds a widget's place; take the widget out with: "
-                             "corvane widgets hide WIDGET --in " + inQuotes(profile.name));
+            throw UsageError("tile " + std::to_string(index) +
+                             " holds a widget's place; take the widget out with: "
+                             "corvane widgets hide WIDGET --in " +
+                             inQuotes(profile.name));
         auto apps = profile.items.size();
         if (index <= apps)
             profile.items.erase(profile.items.begin() + static_cast<std::ptrdiff_t>(index - 1));
@@ -301,16 +324,17 @@ void addTileCommands(CLI::App& app, ToolContext& context) {
         bool inApps = sections.inApps(from);
         auto [first, last] = sections.places(inApps, 0);
         if (args->to < static_cast<long long>(first) || args->to > static_cast<long long>(last))
-            throw UsageError("tile " + std::to_string(from) + " stays in the " + (inApps ? "apps" : "others") +
-                             " section: TO must be " + std::to_string(first) + " to " + std::to_string(last) +
-                             ", not " + std::to_string(args->to));
+            throw UsageError("tile " + std::to_string(from) + " stays in the " +
+                             (inApps ? "apps" : "others") + " section: TO must be " + std::to_string(first) +
+                             " to " + std::to_string(last) + ", not " + std::to_string(args->to));
         auto to = static_cast<std::size_t>(args->to);
         auto& list = inApps ? profile.items : profile.others;
         auto item = list[from - first];
         list.erase(list.begin() + static_cast<std::ptrdiff_t>(from - first));
         list.insert(list.begin() + static_cast<std::ptrdiff_t>(to - first), item);
         store.update(profile);
-        out << "Moved " << inQuotes(item.displayName()) << " to tile " << to << " of " << inQuotes(profile.name) << ".\n";
+        out << "Moved " << inQuotes(item.displayName()) << " to tile " << to << " of "
+            << inQuotes(profile.name) << ".\n";
     });
 }
 

@@ -64,7 +64,8 @@ void addTransferCommands(CLI::App& app, ToolContext& context) {
     });
 
     auto* importing = app.add_subcommand("import", "Add the workspaces of an exported file");
-    importing->add_option("FILE", args->file, "A file made by export, or a profiles.json (- for standard input)")->required();
+    importing->add_option("FILE", args->file, "A file made by export, or a profiles.json (- for standard input)")
+        ->required();
     importing->callback([&context, args] {
         std::optional<std::string> data;
         if (args->file == "-") {

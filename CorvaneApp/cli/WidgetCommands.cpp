@@ -280,7 +280,8 @@ DockWidget withField(const DockWidget& widget, const std::string& field, const J
     auto kindName = std::string(widget.kind.name());
     if (!fields.contains(field))
         throw UsageError("a " + kindName + " widget has " +
-                         (fields.empty() ? std::string("no settings") : "no field " + inQuotes(field) + "; its fields: " + fieldList(fields)));
+                         (fields.empty() ? std::string("no settings")
+                                         : "no field " + inQuotes(field) + "; its fields: " + fieldList(fields)));
     auto kind = encodeKind(widget.kind);
     auto& settings = kind[kindName].contains("_0") ? kind[kindName]["_0"] : kind[kindName];
     if (value.is_null())
@@ -403,7 +404,8 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
     auto* set = widgets->add_subcommand("set", "Change a widget's name, width or one field of its settings");
     set->add_option("WIDGET", args->widget, "Id, unique id prefix or name")->required();
     set->add_option("FIELD", args->field, "A field as widgets settings lists it");
-    set->add_option("VALUE", args->value, "Its value as JSON (a number, true, \"text\", [...]), else as text; null unsets it");
+    set->add_option("VALUE", args->value,
+                    "Its value as JSON (a number, true, \"text\", [...]), else as text; null unsets it");
     set->add_option("--name", args->name, "A new name");
     set->add_option("--span", args->span, "A new width in tiles");
     set->callback([&context, &out, args] {
@@ -412,7 +414,8 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
             throw UsageError("nothing to change: give FIELD VALUE, --name or --span");
         if (fieldGiven && (args->name || args->span))
             throw UsageError("change a settings field, or the name and width, not both at once");
-        if (args->name && text::trimmed(*args->name).empty()) throw UsageError("a widget needs a name that is not blank");
+        if (args->name && text::trimmed(*args->name).empty())
+            throw UsageError("a widget needs a name that is not blank");
         Stores stores(context);
         auto widget = resolveWidget(stores.widgets.file().widgets, args->widget);
         auto before = widget;
@@ -421,18 +424,22 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
         if (args->span) {
             if (*args->span < DockWidget::minSpan || *args->span > widget.kind.maxSpan())
                 throw UsageError("a " + std::string(widget.kind.name()) + " widget is 1 to " +
-                                 std::to_string(widget.kind.maxSpan()) + " tiles wide, not " + std::to_string(*args->span));
+                                 std::to_string(widget.kind.maxSpan()) + " tiles wide, not " +
+                                 std::to_string(*args->span));
             widget.span = *args->span;
         }
         stores.widgets.update(widget);
         // A stack holds widgets of one width only.
         if (widget.span != before.span) {
             const auto& all = stores.widgets.file().widgets;
-            changeWorkspaces(stores.profiles, [&](const Profile& each) { return WidgetPlacement::pruningMismatchedWidths(each, all); });
+            changeWorkspaces(stores.profiles, [&](const Profile& each) {
+                return WidgetPlacement::pruningMismatchedWidths(each, all);
+            });
         }
         if (fieldGiven) {
             auto stored = encodeSettingsFields(widget.kind)[args->field];
-            out << widget.name << ": " << args->field << " = " << (stored.is_null() ? std::string("unset") : stored.dump()) << "\n";
+            out << widget.name << ": " << args->field << " = "
+                << (stored.is_null() ? std::string("unset") : stored.dump()) << "\n";
         } else {
             out << "Updated " << inQuotes(widget.name) << ".\n";
         }

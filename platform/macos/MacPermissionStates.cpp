@@ -13,10 +13,14 @@ PermissionState MacPermissionStates::state(Permission permission) const {
         return AXIsProcessTrusted() ? PermissionState::allowed : PermissionState::notAllowed;
     case Permission::focusStatus:
         switch (SystemFocusStatusProvider().authorization()) {
-        case FocusAuthorization::notDetermined: return PermissionState::notAsked;
-        case FocusAuthorization::denied: return PermissionState::notAllowed;
-        case FocusAuthorization::authorized: return PermissionState::allowed;
-        case FocusAuthorization::unavailable: return PermissionState::notNeeded;
+        case FocusAuthorization::notDetermined:
+            return PermissionState::notAsked;
+        case FocusAuthorization::denied:
+            return PermissionState::notAllowed;
+        case FocusAuthorization::authorized:
+            return PermissionState::allowed;
+        case FocusAuthorization::unavailable:
+            return PermissionState::notNeeded;
         }
         return PermissionState::unknown;
     case Permission::notifications:

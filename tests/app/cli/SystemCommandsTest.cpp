@@ -27,7 +27,7 @@ void bundle(const std::filesystem::path& app, const std::string& info) {
 }
 
 class FixedPermissions final : public PermissionStates {
-public:
+  public:
     PermissionState state(Permission permission) const override {
         return permission == Permission::accessibility ? PermissionState::allowed : PermissionState::notAsked;
     }
@@ -35,11 +35,12 @@ public:
 
 // The tool in this process, with the Mac's services played by fakes.
 class MacServices : public ::testing::Test {
-protected:
+  protected:
     std::string run(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), {"corvane", "--data-dir", data.path().string()});
         std::vector<const char*> argv;
-        for (const auto& argument : arguments) argv.push_back(argument.c_str());
+        for (const auto& argument : arguments)
+            argv.push_back(argument.c_str());
         std::ostringstream out, err;
         EXPECT_EQ(runTool(static_cast<int>(argv.size()), argv.data(), services, out, err), 0) << err.str();
         return out.str();
@@ -54,8 +55,14 @@ protected:
     FixedOffsetCalendar calendar;
     FakeDesktopServer desktops;
     FixedPermissions permissions;
-    ToolServices services{.notifier = notifier, .log = log, .clock = clock, .calendar = calendar, .http = http,
-                          .runner = runner, .desktops = &desktops, .permissions = &permissions};
+    ToolServices services{.notifier = notifier,
+                          .log = log,
+                          .clock = clock,
+                          .calendar = calendar,
+                          .http = http,
+                          .runner = runner,
+                          .desktops = &desktops,
+                          .permissions = &permissions};
 };
 
 } // namespace

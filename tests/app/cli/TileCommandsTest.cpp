@@ -12,14 +12,15 @@ using Json = nlohmann::json;
 namespace {
 
 class Tiles : public SampleDockTool {
-protected:
+  protected:
     Tiles() { ok({"new", "Work", "--from-dock"}); }
 
     Json tiles() { return Json::parse(ok({"tiles", "Work", "--json"}))["tiles"]; }
     std::string profiles() { return readText(dir / "data" / "profiles.json"); }
     std::size_t appCount() {
         std::size_t apps = 0;
-        for (const auto& tile : tiles()) apps += tile["section"] == "apps";
+        for (const auto& tile : tiles())
+            apps += tile["section"] == "apps";
         return apps;
     }
 };
@@ -77,7 +78,8 @@ TEST_F(Tiles, RemoveAndMoveKeepTilesInTheirSections) {
     auto before = tiles();
     auto apps = appCount();
     EXPECT_EQ(ok({"tiles", "move", "Work", "1", std::to_string(apps)}),
-              "Moved " + Json(before[0]["name"]).dump() + " to tile " + std::to_string(apps) + " of \"Work\".\n");
+              "Moved " + Json(before[0]["name"]).dump() + " to tile " + std::to_string(apps) +
+                  " of \"Work\".\n");
     auto moved = tiles();
     EXPECT_EQ(moved[apps - 1]["item"], before[0]["item"]);
     EXPECT_EQ(moved[0]["item"], before[1]["item"]);
@@ -105,10 +107,15 @@ TEST_F(Tiles, RefusedChangesSayWhyInOneLineAndChangeNothing) {
         {{"tiles", "add", "Work", "--link", "example.com"}, 2, "a URL with its scheme"},
         {{"tiles", "add", "Work", "--spacer", "huge"}, 2, "--spacer takes spacer, small or flex"},
         {{"tiles", "add", "Work", "--app", "/Applications/Fake Notes.app"}, 1, "is already tile"},
-        {{"tiles", "add", "Work", "--app", "/B.app", "--at", std::to_string(apps + 3)}, 2,
+        {{"tiles", "add", "Work", "--app", "/B.app", "--at", std::to_string(apps + 3)},
+         2,
          "--at must be 1 to " + std::to_string(apps + 2)},
-        {{"tiles", "add", "Work", "--file", "/f.txt", "--at", "1"}, 2, "--at must be " + std::to_string(apps + 2)},
-        {{"tiles", "remove", "Work", "0"}, 2, "INDEX must be a tile of \"Work\", 1 to " + std::to_string(total + 1)},
+        {{"tiles", "add", "Work", "--file", "/f.txt", "--at", "1"},
+         2,
+         "--at must be " + std::to_string(apps + 2)},
+        {{"tiles", "remove", "Work", "0"},
+         2,
+         "INDEX must be a tile of \"Work\", 1 to " + std::to_string(total + 1)},
         {{"tiles", "move", "Work", "1", std::to_string(apps + 2)}, 2, "stays in the apps section"},
         {{"tiles", "move", "Work", std::to_string(total + 1), "1"}, 2, "stays in the others section"},
         {{"tiles", "Nowhere"}, 1, "no workspace matches"},
@@ -126,7 +133,8 @@ TEST_F(Tiles, AWidgetsPlaceIsLeftToTheWidgetCommands) {
     auto id = firstLine(ok({"widgets", "add", "timer", "--name", "Tea"}));
     ok({"widgets", "show", id, "--in", "Work"});
     auto list = tiles();
-    auto widget = std::find_if(list.begin(), list.end(), [](const Json& tile) { return tile["kind"] == "widget"; });
+    auto widget =
+        std::find_if(list.begin(), list.end(), [](const Json& tile) { return tile["kind"] == "widget"; });
     ASSERT_NE(widget, list.end());
     EXPECT_EQ((*widget)["name"], "Tea");
     EXPECT_EQ((*widget)["widget"], id);
