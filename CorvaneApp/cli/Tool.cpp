@@ -111,9 +111,9 @@ int runTool(int argc, const char* const* argv, ToolServices& services, ToolStrea
     app.require_subcommand(1);
     app.fallthrough();
     app.add_option("--data-dir", context.dataDirOption, "Data folder (default: $CORVANE_APP_SUPPORT_DIR, else the user's)");
-    app.set_version_flag("--version", std::string(toolVersion()), "Print the version and stop");
     app.add_option("--dock-plist", context.dockPlistOption,
                    "Work on this Dock preferences file instead of the live Dock, and restart nothing");
+    app.set_version_flag("--version", std::string(toolVersion()), "Print the version and stop");
     for (const auto& group : groupsFor(argc, argv)) group.add(app, context);
 
     try {
