@@ -44,10 +44,13 @@ struct WidgetReading {
     bool operator==(const WidgetReading&) const = default;
 };
 
-/// The trouble of a kind whose source this system does not have.
+/// The troubles every kind may show.
+namespace WidgetTrouble {
+/// Its source does not exist on this system.
 inline constexpr std::string_view notAvailableHere = "not available here";
-/// The trouble of a connected kind whose host gave it no source.
+/// A connected kind whose host gave it no source.
 inline constexpr std::string_view notConnected = "not connected";
+} // namespace WidgetTrouble
 
 /// The live model of one placed widget. Main thread.
 class LiveWidget {
@@ -100,8 +103,8 @@ class LiveWidget {
 using ConnectedReader = std::function<WidgetReading(const DockWidget&, Date now)>;
 
 /// Everything the live models read and act through. Pointers left empty are sources this
-/// system or host does not have: the kinds that need them show `notAvailableHere` (or
-/// `notConnected`). Everything given must outlive the models.
+/// system or host does not have: the kinds that need them show `WidgetTrouble::notAvailableHere`
+/// (or `notConnected`). Everything given must outlive the models.
 struct LiveWidgetPorts {
     const Clock& clock;
     /// The user's calendar: which day "today" is, where midnight falls.
