@@ -115,6 +115,8 @@ struct LiveWidgetPorts {
     UserAlerts* alerts = nullptr;
     UserDefaults* defaults = nullptr;
 
+    /// Shared by the activity widgets and the pets: pass a `SharedSystemLoad`, so that their
+    /// processor readings do not cut each other's intervals short.
     SystemLoad* load = nullptr;
     PowerSource* power = nullptr;
     NetworkCounters* network = nullptr;

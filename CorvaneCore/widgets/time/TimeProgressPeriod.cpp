@@ -45,7 +45,8 @@ Date nextChange(const Period& period, Date now) {
     double length = period.end - period.start;
     if (!(length > 0)) return period.end;
     double percent = std::floor(period.fraction(now) * 100 + 1e-9);
-    auto next = period.start + (percent + 1) / 100 * length;
+    // Multiplying first keeps whole-second turns exact.
+    auto next = period.start + (percent + 1) * length / 100;
     return std::min(next, period.end);
 }
 
