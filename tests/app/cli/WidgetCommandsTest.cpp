@@ -212,3 +212,9 @@ TEST_F(WidgetTool, NowReadsEveryShownWidgetInWorkspaceOrder) {
     EXPECT_EQ(table.rfind("NAME       KIND       SHOWS", 0), 0u) << table;
     EXPECT_NE(table.find("Converter  converter  1 m = 3.281 ft"), std::string::npos) << table;
 }
+
+TEST_F(WidgetTool, NowWithNothingShownSaysHowToShowOne) {
+    ok({"widgets", "add", "note"});
+    EXPECT_EQ(ok({"widgets", "now"}), "No widget is shown in any workspace. Show one with: corvane widgets show WIDGET --in WORKSPACE\n");
+    EXPECT_EQ(ok({"widgets", "now", "--json"}), "[]\n");
+}
