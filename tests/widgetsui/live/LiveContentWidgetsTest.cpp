@@ -118,6 +118,8 @@ TEST_F(LiveContent, ShelfLinksNotesAndConversions) {
     converter.to = "ft";
     EXPECT_TRUE(model->setWidget(widget(converter), now));
     EXPECT_EQ(model->reading(), (WidgetReading{.trouble = "unknown unit"}));
+    EXPECT_FALSE(model->setWidget(widget(NoteSettings{}), now)) << "another kind needs a model of its own";
+    EXPECT_EQ(model->widget().kind.which(), WidgetKind::converter);
 }
 
 TEST_F(LiveContent, ColoursAndEmojiComeFromTheSharedFiles) {
