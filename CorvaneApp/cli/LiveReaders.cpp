@@ -3,17 +3,17 @@
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneCore/bar/DownloadsTile.hpp"
 #include "CorvaneCore/widgets/WidgetAddress.hpp"
+#include "CorvaneCore/widgets/github/GitHubBoard.hpp"
 #include "CorvaneCore/widgets/usage/ClaudeUsage.hpp"
-#include "CorvaneCore/widgets/weather/WeatherWords.hpp"
 #include "CorvaneStorage/storage/StoragePath.hpp"
 #include "CorvaneStorage/widgets/clipboard/ClipboardHistoryFile.hpp"
 #include "CorvaneWidgetsUI/github/GitHubSource.hpp"
+#include "CorvaneWidgetsUI/live/ConnectedTiles.hpp"
 #include "CorvaneWidgetsUI/live/SharedSystemLoad.hpp"
 #include "CorvaneWidgetsUI/usage/ClaudeUsageBridge.hpp"
 #include "CorvaneWidgetsUI/usage/ClaudeUsageSource.hpp"
 #include "CorvaneWidgetsUI/weather/WeatherFetch.hpp"
 #include "platform/posix/LogUserAlerts.hpp"
-#include "CorvaneCore/widgets/github/GitHubBoard.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -32,70 +32,49 @@ std::string home(const ToolContext& context) {
 
 WidgetReading weather(ToolContext& context, const DockWidget& widget) {
     const auto& settings = *widget.weatherSettings();
-    if (!settings.latitude || !settings.longitude) return {.caption = "Choose a place"};
-    WeatherFetch fetch(context.services.http, context.services.clock);
-    auto reading = fetch.reading(*settings.latitude, *settings.longitude, settings.unit);
-    if (!reading) return {.trouble = "weather unavailable"};
-    auto shown = settings.showsApparent && reading->apparent ? *reading->apparent : reading->temperature;
-    std::string detail(WeatherWords::describe(reading->condition));
-    if (settings.cityName) detail = *settings.cityName + ", " + detail;
-    return {.caption = WeatherWords::degrees(shown, settings.unit), .detail = detail};
+    std::optional<WeatherReading> reading;
+    if (settings.latitude && settings.longitude)
+        reading = WeatherFetch(context.services.http, context.services.clock)
+                      .reading(*settings.latitude, *settings.longitude, settings.unit);
+    return ConnectedTiles::weather(settings, reading, !reading);
 }
 
 WidgetReading github(ToolContext& context, const DockWidget& widget) {
     const auto& settings = *widget.githubSettings();
     auto defaults = context.openDefaults();
-    GitHubSource source(context.services.runner, home(context), defaults.get());
-    auto result = source.load(settings);
-    if (result.trouble) return {.trouble = std::string(result.trouble->tileText())};
-    if (settings.shows == GitHubShows::contributions) {
-        if (!result.contributions) return {.trouble = "no contributions"};
-        return {.caption = std::to_string(result.contributions->total), .detail = "contributions in the last year"};
-    }
+    auto result = GitHubSource(context.services.runner, home(context), defaults.get()).load(settings);
     auto items = GitHubBoard::select(std::move(result.items), settings);
-    WidgetReading reading{.caption = std::to_string(items.size()),
-                          .detail = settings.shows == GitHubShows::waitingOnYou ? "waiting on you" : "pull requests"};
-    if (!items.empty()) reading.detail = *reading.detail + ": " + items.front().title;
-    return reading;
+    return ConnectedTiles::github(settings, items, result.contributions, result.trouble);
 }
 
 WidgetReading claudeUsage(ToolContext& context, const DockWidget& widget, Date now) {
     const auto& settings = *widget.claudeUsageSettings();
     ClaudeUsageSource source(std::filesystem::absolute(ClaudeUsageSource::defaultRoot(context.services.environment)), 0,
                              StoragePath::usageCacheFileURL(context.dataDirectory()));
+    std::optional<ClaudeUsageWindow> window;
     if (settings.shows != ClaudeUsageShows::tokens) {
         ClaudeUsageBridge bridge(home(context).empty() ? "." : home(context),
                                  std::filesystem::absolute(context.dataDirectory()));
-        auto limits = bridge.limits(now);
-        const auto& window = !limits                                              ? std::nullopt
-                             : settings.shows == ClaudeUsageShows::fiveHourLimit ? limits->fiveHour
-                                                                                 : limits->sevenDay;
-        if (!window || window->hasReset(now)) {
-            auto trouble = ClaudeUsage::trouble(source.isAvailable(), true, settings.shows, true);
-            return {.trouble = std::string(trouble.value_or(ClaudeUsage::waitingTile))};
-        }
-        return {.caption = std::to_string(static_cast<int>(std::lround(window->usedPercentage))) + "%",
-                .detail = std::string(title(settings.shows)),
-                .progress = std::clamp(window->usedPercentage / 100, 0.0, 1.0)};
+        if (auto limits = bridge.limits(now))
+            window = settings.shows == ClaudeUsageShows::fiveHourLimit ? limits->fiveHour : limits->sevenDay;
+        if (window && window->hasReset(now)) window.reset();
     }
-    if (!source.isAvailable()) return {.trouble = std::string(ClaudeUsage::notRunTile)};
-    auto lists = source.takeEntries(start(settings.scope, now, context.services.calendar));
-    auto totals = ClaudeUsage::totalsAcross(lists, settings.scope, now, context.services.calendar);
-    return {.caption = ClaudeUsage::shortText(totals.tokens),
-            .detail = std::string(title(settings.scope)),
-            .progress = totals.fraction(settings.budget)};
+    auto trouble = ClaudeUsage::trouble(source.isAvailable(), true, settings.shows, window.has_value());
+    ClaudeUsageTotals totals;
+    if (!trouble && settings.shows == ClaudeUsageShows::tokens) {
+        auto lists = source.takeEntries(start(settings.scope, now, context.services.calendar));
+        totals = ClaudeUsage::totalsAcross(lists, settings.scope, now, context.services.calendar);
+    }
+    return ConnectedTiles::claudeUsage(settings, totals, window, trouble);
 }
 
 WidgetReading clipboard(ToolContext& context) {
     auto directory = context.dataDirectory();
     // Without a history there is no key to open either, and none should be made for a look.
-    if (!std::filesystem::exists(StoragePath::clipboardFileURL(directory))) return {.caption = "Nothing copied yet"};
+    if (!std::filesystem::exists(StoragePath::clipboardFileURL(directory))) return ConnectedTiles::clipboard({}, {});
     auto secrets = context.services.openSecrets(directory);
     ClipboardHistoryFile file(StoragePath::clipboardFileURL(directory), *secrets);
-    auto items = file.read().value_or(std::vector<ClipboardItem>{});
-    if (items.empty()) return {.caption = "Nothing copied yet"};
-    return {.caption = std::to_string(items.size()) + (items.size() == 1 ? " item" : " items"),
-            .detail = items.front().previewLine()};
+    return ConnectedTiles::clipboard(file.read().value_or(std::vector<ClipboardItem>{}), {});
 }
 
 /// Readers never throw to the user: whatever went wrong becomes the tile's trouble.
