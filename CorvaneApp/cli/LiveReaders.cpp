@@ -49,8 +49,9 @@ WidgetReading github(ToolContext& context, const DockWidget& widget) {
 
 WidgetReading claudeUsage(ToolContext& context, const DockWidget& widget, Date now) {
     const auto& settings = *widget.claudeUsageSettings();
-    ClaudeUsageSource source(std::filesystem::absolute(ClaudeUsageSource::defaultRoot(context.services.environment)), 0,
-                             StoragePath::usageCacheFileURL(context.dataDirectory()));
+    ClaudeUsageSource source(
+        std::filesystem::absolute(ClaudeUsageSource::defaultRoot(context.services.environment)), 0,
+        StoragePath::usageCacheFileURL(context.dataDirectory()));
     std::optional<ClaudeUsageWindow> window;
     if (settings.shows != ClaudeUsageShows::tokens) {
         ClaudeUsageBridge bridge(home(context).empty() ? "." : home(context),
@@ -71,7 +72,8 @@ WidgetReading claudeUsage(ToolContext& context, const DockWidget& widget, Date n
 WidgetReading clipboard(ToolContext& context) {
     auto directory = context.dataDirectory();
     // Without a history there is no key to open either, and none should be made for a look.
-    if (!std::filesystem::exists(StoragePath::clipboardFileURL(directory))) return ConnectedTiles::clipboard({}, {});
+    if (!std::filesystem::exists(StoragePath::clipboardFileURL(directory)))
+        return ConnectedTiles::clipboard({}, {});
     auto secrets = context.services.openSecrets(directory);
     ClipboardHistoryFile file(StoragePath::clipboardFileURL(directory), *secrets);
     return ConnectedTiles::clipboard(file.read().value_or(std::vector<ClipboardItem>{}), {});
@@ -104,7 +106,8 @@ std::filesystem::path screenshotsFolder(const ProcessEnvironment& environment) {
 void addConnectedReaders(LiveWidgetPorts& ports, ToolContext& context) {
     ports.weather = guarded([&context](const DockWidget& widget, Date) { return weather(context, widget); });
     ports.github = guarded([&context](const DockWidget& widget, Date) { return github(context, widget); });
-    ports.claudeUsage = guarded([&context](const DockWidget& widget, Date now) { return claudeUsage(context, widget, now); });
+    ports.claudeUsage =
+        guarded([&context](const DockWidget& widget, Date now) { return claudeUsage(context, widget, now); });
     ports.clipboard = guarded([&context](const DockWidget&, Date) { return clipboard(context); });
 }
 
@@ -149,7 +152,8 @@ std::vector<LiveWidgetRow> readWidgetsNow(ToolContext& context, const std::vecto
         models.push_back(makeLiveWidget(widget, ports));
         models.back()->tick(services.clock.now());
         auto kind = widget.kind.which();
-        takesRates = takesRates || kind == WidgetKind::activity || kind == WidgetKind::network || kind == WidgetKind::pet;
+        takesRates = takesRates || kind == WidgetKind::activity || kind == WidgetKind::network ||
+                     kind == WidgetKind::pet;
     }
     // Processor shares and network rates are measured between two readings.
     if (takesRates && services.sleeper) {
@@ -161,7 +165,8 @@ std::vector<LiveWidgetRow> readWidgetsNow(ToolContext& context, const std::vecto
         }
     }
     std::vector<LiveWidgetRow> rows;
-    for (const auto& model : models) rows.push_back({model->widget(), model->reading()});
+    for (const auto& model : models)
+        rows.push_back({model->widget(), model->reading()});
     return rows;
 }
 

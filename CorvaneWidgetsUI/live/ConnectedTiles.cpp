@@ -11,7 +11,8 @@
 
 namespace corvane::ConnectedTiles {
 
-WidgetReading weather(const WeatherSettings& settings, const std::optional<WeatherReading>& reading, bool failed) {
+WidgetReading weather(const WeatherSettings& settings, const std::optional<WeatherReading>& reading,
+                      bool failed) {
     if (!settings.latitude || !settings.longitude) return {.caption = "Choose a place"};
     if (!reading) {
         if (failed) return {.trouble = "weather unavailable"};
@@ -36,7 +37,8 @@ WidgetReading github(const GitHubSettings& settings, const std::vector<GitHubIte
         return {.caption = std::to_string(contributions->total), .detail = "contributions in the last year"};
     }
     WidgetReading reading{.caption = std::to_string(items.size()),
-                          .detail = settings.shows == GitHubShows::waitingOnYou ? "waiting on you" : "pull requests"};
+                          .detail = settings.shows == GitHubShows::waitingOnYou ? "waiting on you"
+                                                                                : "pull requests"};
     if (!items.empty()) reading.detail = *reading.detail + ": " + items.front().title;
     return reading;
 }
@@ -47,7 +49,8 @@ WidgetReading github(const GitHubModel& model) {
 }
 
 WidgetReading claudeUsage(const ClaudeUsageSettings& settings, const ClaudeUsageTotals& totals,
-                          const std::optional<ClaudeUsageWindow>& window, std::optional<std::string_view> trouble) {
+                          const std::optional<ClaudeUsageWindow>& window,
+                          std::optional<std::string_view> trouble) {
     if (trouble) return {.trouble = std::string(*trouble)};
     if (settings.shows != ClaudeUsageShows::tokens && window)
         return {.caption = std::to_string(static_cast<int>(std::lround(window->usedPercentage))) + "%",

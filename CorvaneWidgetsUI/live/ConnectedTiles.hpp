@@ -29,7 +29,8 @@ namespace ConnectedTiles {
 
 /// The temperature (felt, when asked and known) with the place and the sky; a place not chosen
 /// yet asks for one; a failed first fetch is a trouble, a failed later one keeps the last reading.
-WidgetReading weather(const WeatherSettings& settings, const std::optional<WeatherReading>& reading, bool failed);
+WidgetReading weather(const WeatherSettings& settings, const std::optional<WeatherReading>& reading,
+                      bool failed);
 WidgetReading weather(const WeatherModel& model);
 
 /// The number of items the board shows and the first one's title, or the year's contributions.
@@ -42,7 +43,8 @@ WidgetReading github(const GitHubModel& model);
 /// Tokens of the chosen period (with the share of the budget), or a plan limit's use; `trouble`
 /// is the tile's text when there is nothing to show.
 WidgetReading claudeUsage(const ClaudeUsageSettings& settings, const ClaudeUsageTotals& totals,
-                          const std::optional<ClaudeUsageWindow>& window, std::optional<std::string_view> trouble);
+                          const std::optional<ClaudeUsageWindow>& window,
+                          std::optional<std::string_view> trouble);
 WidgetReading claudeUsage(const ClaudeUsageModel& model, Date now);
 
 /// How many items the history holds and the newest one's line.

@@ -15,7 +15,8 @@ Period period(Scope scope, Date now, const Calendar& calendar) {
     auto today = calendar.day(now);
     CalendarDay first = today, next = today.adding(1);
     switch (scope) {
-    case Scope::day: break;
+    case Scope::day:
+        break;
     case Scope::week: {
         // Day 0 of the count, 1970-01-01, was a Thursday: +3 makes Monday 0.
         auto number = today.dayNumber();
@@ -26,7 +27,8 @@ Period period(Scope scope, Date now, const Calendar& calendar) {
     }
     case Scope::month:
         first = {today.year, today.month, 1};
-        next = today.month == 12 ? CalendarDay{today.year + 1, 1, 1} : CalendarDay{today.year, today.month + 1, 1};
+        next = today.month == 12 ? CalendarDay{today.year + 1, 1, 1}
+                                 : CalendarDay{today.year, today.month + 1, 1};
         break;
     case Scope::year:
         first = {today.year, 1, 1};
@@ -52,10 +54,14 @@ Date nextChange(const Period& period, Date now) {
 
 std::string_view title(Scope scope) {
     switch (scope) {
-    case Scope::day: return "Day";
-    case Scope::week: return "Week";
-    case Scope::month: return "Month";
-    case Scope::year: return "Year";
+    case Scope::day:
+        return "Day";
+    case Scope::week:
+        return "Week";
+    case Scope::month:
+        return "Month";
+    case Scope::year:
+        return "Year";
     }
     return "Day";
 }

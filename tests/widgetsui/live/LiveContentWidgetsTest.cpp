@@ -64,7 +64,8 @@ TEST_F(LiveContent, RecentFilesListsTheNewestVisibleEntriesOfOneFolder) {
     std::filesystem::create_directories(folder / "Sub.png");
     auto names = [](const std::vector<RecentFiles::Entry>& entries) {
         std::vector<std::string> list;
-        for (const auto& entry : entries) list.push_back(entry.path.filename().string());
+        for (const auto& entry : entries)
+            list.push_back(entry.path.filename().string());
         return list;
     };
     auto any = RecentFiles::newest(folder.path(), 10, RecentFiles::Filter::any);
@@ -72,7 +73,8 @@ TEST_F(LiveContent, RecentFilesListsTheNewestVisibleEntriesOfOneFolder) {
     EXPECT_EQ(names(*any).size(), 4u) << "hidden files are left out, folders are not";
     EXPECT_EQ(names(*any)[1], "notes.txt");
     auto shots = RecentFiles::newest(folder.path(), 1, RecentFiles::Filter::screenshots);
-    EXPECT_EQ(names(*shots), std::vector<std::string>{"Recording.mov"}) << "only pictures and recordings, newest first";
+    EXPECT_EQ(names(*shots), std::vector<std::string>{"Recording.mov"})
+        << "only pictures and recordings, newest first";
     EXPECT_EQ(RecentFiles::newest(folder / "missing", 10, RecentFiles::Filter::any), std::nullopt);
 }
 
@@ -80,13 +82,16 @@ TEST_F(LiveContent, ScreenshotsShowTheLatestAndAClickFollowsTheSetting) {
     file("Screenshot 1.png", 3);
     file("Screenshot 2.png", 1);
     ports.screenshotsFolder = folder.path();
-    EXPECT_EQ(read(widget(ScreenshotSettings{})), (WidgetReading{.caption = "Screenshot 2.png", .detail = "2 screenshots"}));
+    EXPECT_EQ(read(widget(ScreenshotSettings{})),
+              (WidgetReading{.caption = "Screenshot 2.png", .detail = "2 screenshots"}));
     model->activate(now);
-    EXPECT_EQ(read(widget(ScreenshotSettings{.shownCount = 1, .click = ScreenshotClick::reveal, .tileShowsLatest = false})),
+    EXPECT_EQ(read(widget(ScreenshotSettings{
+                  .shownCount = 1, .click = ScreenshotClick::reveal, .tileShowsLatest = false})),
               (WidgetReading{.caption = "1 screenshot"}));
     model->activate(now);
-    EXPECT_EQ(desktop.requests, (std::vector<std::string>{"open " + (folder / "Screenshot 2.png").string(),
-                                                          "reveal " + (folder / "Screenshot 2.png").string()}));
+    EXPECT_EQ(desktop.requests,
+              (std::vector<std::string>{"open " + (folder / "Screenshot 2.png").string(),
+                                        "reveal " + (folder / "Screenshot 2.png").string()}));
     ports.screenshotsFolder.clear();
     EXPECT_EQ(read(widget(ScreenshotSettings{})).trouble, WidgetTrouble::notAvailableHere)
         << "no folder chosen and none known for the system";
@@ -96,7 +101,8 @@ TEST_F(LiveContent, ShelfLinksNotesAndConversions) {
     file("Plan.pdf", 1);
     ShelfSettings shelf;
     shelf.shelf.paths = {(folder / "Gone.txt").string(), (folder / "Plan.pdf").string()};
-    EXPECT_EQ(read(widget(shelf)), (WidgetReading{.caption = "1 item", .detail = "Plan.pdf"})) << "a moved file drops out";
+    EXPECT_EQ(read(widget(shelf)), (WidgetReading{.caption = "1 item", .detail = "Plan.pdf"}))
+        << "a moved file drops out";
     model->activate(now);
 
     BookmarkSettings links{.links = {{Uuid::generate(), "https://example.org", std::nullopt},
@@ -104,15 +110,18 @@ TEST_F(LiveContent, ShelfLinksNotesAndConversions) {
                            .browserBundleIdentifier = "org.mozilla.firefox"};
     EXPECT_EQ(read(widget(links)), (WidgetReading{.caption = "2 links", .detail = "https://example.org"}));
     model->activate(now);
-    EXPECT_EQ(desktop.requests, (std::vector<std::string>{"open " + (folder / "Plan.pdf").string(),
-                                                          "open https://example.org with org.mozilla.firefox"}));
+    EXPECT_EQ(desktop.requests,
+              (std::vector<std::string>{"open " + (folder / "Plan.pdf").string(),
+                                        "open https://example.org with org.mozilla.firefox"}));
 
     EXPECT_EQ(read(widget(NoteSettings{.text = "\n  \nBuy milk\nand eggs\nand bread"})),
               (WidgetReading{.caption = "Buy milk", .detail = "and eggs"}));
     EXPECT_EQ(model->nextTick(), std::nullopt) << "a note never changes by itself";
 
-    ConverterSettings converter{.category = ConversionCategory::temperature, .from = "°C", .to = "°F", .value = 21};
-    EXPECT_EQ(read(widget(converter)), (WidgetReading{.caption = "21 °C = 69.8 °F", .detail = "temperature"}));
+    ConverterSettings converter{
+        .category = ConversionCategory::temperature, .from = "°C", .to = "°F", .value = 21};
+    EXPECT_EQ(read(widget(converter)),
+              (WidgetReading{.caption = "21 °C = 69.8 °F", .detail = "temperature"}));
     auto same = model->widget();
     EXPECT_FALSE(model->setWidget(same, now)) << "unchanged settings, unchanged tile";
     converter.to = "ft";
@@ -125,12 +134,14 @@ TEST_F(LiveContent, ShelfLinksNotesAndConversions) {
 TEST_F(LiveContent, ColoursAndEmojiComeFromTheSharedFiles) {
     ports.dataDirectory = folder.path();
     EXPECT_EQ(read(widget(ColourPickerSettings{})).caption, "No colour yet");
-    ColourStore(StoragePath::coloursFileURL(folder.path())).add(PickedColour{.id = Uuid::generate(), .red = 10, .green = 132, .blue = 255}, 24);
+    ColourStore(StoragePath::coloursFileURL(folder.path()))
+        .add(PickedColour{.id = Uuid::generate(), .red = 10, .green = 132, .blue = 255}, 24);
     EXPECT_TRUE(model->tick(now + 30)) << "another process picked a colour";
     EXPECT_EQ(model->reading(), (WidgetReading{.caption = "#0A84FF", .detail = "1 colour"}));
 
     EmojiStore emoji(StoragePath::emojiFileURL(folder.path()));
-    for (auto symbol : {"🍵", "🎉", "🚀"}) emoji.add(symbol);
+    for (auto symbol : {"🍵", "🎉", "🚀"})
+        emoji.add(symbol);
     EXPECT_EQ(read(widget(EmojiSettings{}, 1)).caption, "🚀 🎉") << "as many as a one-tile card holds";
 }
 

@@ -1,5 +1,5 @@
-#include "CorvaneStorage/storage/StoragePath.hpp"
 #include "CorvaneWidgetsUI/live/LiveWidget.hpp"
+#include "CorvaneStorage/storage/StoragePath.hpp"
 #include "CorvaneWidgetsUI/live/SharedSystemLoad.hpp"
 #include "fakes/FakeLiveSources.hpp"
 #include "fakes/FakeSystemLoad.hpp"
@@ -59,7 +59,8 @@ TEST_F(LiveWidgets, EveryKindHasAModelAndKindsWithoutTheirSourceSaySo) {
         }
     }
     using enum WidgetKind;
-    EXPECT_EQ(working, (std::set{collection, clock, countdown, timeProgress, note, bookmarks, shelf, converter}));
+    EXPECT_EQ(working,
+              (std::set{collection, clock, countdown, timeProgress, note, bookmarks, shelf, converter}));
     EXPECT_EQ(unconnected, (std::set{weather, claudeUsage, github, clipboard}));
     EXPECT_EQ(missing.size() + unconnected.size() + working.size(), EnumCases<WidgetKind>::names.size());
 }
@@ -74,7 +75,8 @@ TEST_F(LiveWidgets, ClockShowsItsZoneAndTurnsOnTheMinuteOrSecond) {
     EXPECT_TRUE(tokyo->tick(late));
     EXPECT_EQ(tokyo->reading(), (WidgetReading{.caption = "07:30", .detail = "Tokyo, Tomorrow"}));
 
-    auto seconds = makeLiveWidget(widget(ClockSettings{.timeZoneID = "UTC", .showsSeconds = true, .uses24Hour = false}), bare);
+    auto seconds = makeLiveWidget(
+        widget(ClockSettings{.timeZoneID = "UTC", .showsSeconds = true, .uses24Hour = false}), bare);
     EXPECT_EQ(first(*seconds, start + 5.5).caption, "8:00:05 AM");
     EXPECT_EQ(seconds->nextTick(), start + 6);
     EXPECT_FALSE(seconds->tick(start + 5.9)) << "nothing changed within the second";
@@ -114,7 +116,8 @@ TEST_F(LiveWidgets, ActivityAndNetworkMeasureBetweenTicks) {
     EXPECT_EQ(activity->nextTick(), start + 2);
     load.cpuValue = 0.123;
     EXPECT_TRUE(activity->tick(start + 2));
-    EXPECT_EQ(activity->reading(), (WidgetReading{.caption = "CPU 12%", .detail = "Memory 50%", .progress = 0.123}));
+    EXPECT_EQ(activity->reading(),
+              (WidgetReading{.caption = "CPU 12%", .detail = "Memory 50%", .progress = 0.123}));
 
     FakeNetworkCounters counters;
     counters.interfaces = {{"wlan0", 0, 0, false}, {"eth0", 1000, 500, true}};
@@ -148,15 +151,19 @@ TEST_F(LiveWidgets, BatteryMusicAndActionsGoThroughTheirPorts) {
 
     auto battery = makeLiveWidget(widget(BatterySettings{}), ports);
     EXPECT_EQ(first(*battery, start).trouble, "no battery");
-    power.reading = PowerReading{.level = 0.5, .isCharging = true, .isOnExternalPower = true, .minutesRemaining = 125};
+    power.reading =
+        PowerReading{.level = 0.5, .isCharging = true, .isOnExternalPower = true, .minutesRemaining = 125};
     EXPECT_TRUE(battery->tick(start + 60));
-    EXPECT_EQ(battery->reading(), (WidgetReading{.caption = "50%", .detail = "Charging, 2:05 to full", .progress = 0.5}));
+    EXPECT_EQ(battery->reading(),
+              (WidgetReading{.caption = "50%", .detail = "Charging, 2:05 to full", .progress = 0.5}));
 
     auto player = makeLiveWidget(widget(MusicSettings{}), ports);
     EXPECT_EQ(first(*player, start).caption, "Not playing");
-    music.track = PlayingTrack{.title = "So What", .artist = "Miles Davis", .isPlaying = true, .position = 30, .duration = 120};
+    music.track = PlayingTrack{
+        .title = "So What", .artist = "Miles Davis", .isPlaying = true, .position = 30, .duration = 120};
     EXPECT_TRUE(player->tick(start + 5));
-    EXPECT_EQ(player->reading(), (WidgetReading{.caption = "So What", .detail = "Miles Davis", .progress = 0.25}));
+    EXPECT_EQ(player->reading(),
+              (WidgetReading{.caption = "So What", .detail = "Miles Davis", .progress = 0.25}));
     EXPECT_TRUE(player->activate(start + 6));
     EXPECT_EQ(player->reading().detail, "Miles Davis (paused)");
 
@@ -206,12 +213,15 @@ TEST_F(LiveWidgets, CalendarAndRemindersShowTodayForTheChosenCalendars) {
     EXPECT_EQ(agenda->reading().trouble, "no access to calendars");
 
     events.granted = true;
-    events.reminderList = {{"Call Ann", at(9, 17), false, "a"}, {"Pay rent", at(12, 9), false, "a"},
-                           {"Done", at(10, 8), true, "a"}, {"Someday", std::nullopt, false, "a"},
+    events.reminderList = {{"Call Ann", at(9, 17), false, "a"},
+                           {"Pay rent", at(12, 9), false, "a"},
+                           {"Done", at(10, 8), true, "a"},
+                           {"Someday", std::nullopt, false, "a"},
                            {"Far off", at(31, 9), false, "a"}};
     auto next = makeLiveWidget(widget(ReminderSettings{.style = ReminderTileStyle::list}), ports);
     EXPECT_EQ(first(*next, start), (WidgetReading{.caption = "Call Ann", .detail = "overdue, +1 more"}));
-    auto count = makeLiveWidget(widget(ReminderSettings{.showsCompleted = true, .style = ReminderTileStyle::count}), ports);
+    auto count = makeLiveWidget(
+        widget(ReminderSettings{.showsCompleted = true, .style = ReminderTileStyle::count}), ports);
     EXPECT_EQ(first(*count, start).caption, "3");
 }
 
@@ -236,7 +246,8 @@ TEST_F(LiveWidgets, TimeKeepingWaterAndFilesWrapTheirModelsAndStores) {
     EXPECT_TRUE(water->activate(start));
     EXPECT_EQ(water->reading().caption, "1/8");
     EXPECT_DOUBLE_EQ(*water->reading().progress, 0.125);
-    EXPECT_TRUE(std::filesystem::exists(StoragePath::waterFileURL(data.path()))) << "the pour is shared through the file";
+    EXPECT_TRUE(std::filesystem::exists(StoragePath::waterFileURL(data.path())))
+        << "the pour is shared through the file";
 
     writeText(data / "Downloads/old.txt", "old");
     std::filesystem::last_write_time(data / "Downloads/old.txt",

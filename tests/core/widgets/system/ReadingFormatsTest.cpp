@@ -27,10 +27,11 @@ TEST(UnitConversion, EveryCategoryConvertsBothWaysAndDefaultsAreKnown) {
     EXPECT_NEAR(*UnitConversion::convert(-40, ConversionCategory::temperature, "°F", "°C"), -40, 1e-9);
     EXPECT_NEAR(*UnitConversion::convert(0, ConversionCategory::temperature, "K", "°C"), -273.15, 1e-9);
     EXPECT_NEAR(*UnitConversion::convert(1, ConversionCategory::data, "GiB", "MB"), 1073.741824, 1e-9);
-    EXPECT_EQ(UnitConversion::convert(1, ConversionCategory::mass, "m", "kg"), std::nullopt) << "a unit of another category";
-    for (auto category : {ConversionCategory::length, ConversionCategory::mass, ConversionCategory::temperature,
-                          ConversionCategory::volume, ConversionCategory::speed, ConversionCategory::area,
-                          ConversionCategory::data}) {
+    EXPECT_EQ(UnitConversion::convert(1, ConversionCategory::mass, "m", "kg"), std::nullopt)
+        << "a unit of another category";
+    for (auto category : {ConversionCategory::length, ConversionCategory::mass,
+                          ConversionCategory::temperature, ConversionCategory::volume,
+                          ConversionCategory::speed, ConversionCategory::area, ConversionCategory::data}) {
         auto [from, to] = ConverterSettings::defaultUnits(category);
         auto there = UnitConversion::convert(7.5, category, from, to);
         ASSERT_TRUE(there) << caseName(category);

@@ -59,7 +59,8 @@ TEST(Countdown, TextAndTurnsAtEachUnitBoundary) {
     EXPECT_EQ(Countdown::nextChange(target, target + 3599.5, true), target + 3600);
     EXPECT_EQ(Countdown::nextChange(target, target + 3600, true), target + 3660);
     for (auto now : {target - 90000.0, target - 3601.0, target - 59.7, target + 12.3})
-        EXPECT_NE(Countdown::text(target, now, true), Countdown::text(target, *Countdown::nextChange(target, now, true), true));
+        EXPECT_NE(Countdown::text(target, now, true),
+                  Countdown::text(target, *Countdown::nextChange(target, now, true), true));
 }
 
 TEST(TimeProgress, PeriodsOfTheUsersCalendar) {
@@ -74,7 +75,8 @@ TEST(TimeProgress, PeriodsOfTheUsersCalendar) {
     EXPECT_EQ(week.end, calendar.at({2026, 1, 5}));
     auto month = TimeProgress::period(TimeProgress::Scope::month, calendar.at({2028, 2, 29}, 12), calendar);
     EXPECT_EQ(month.end - month.start, 29 * 86400.0) << "a leap February";
-    auto year = TimeProgress::period(TimeProgress::Scope::year, calendar.at({2026, 12, 31}, 23, 59), calendar);
+    auto year =
+        TimeProgress::period(TimeProgress::Scope::year, calendar.at({2026, 12, 31}, 23, 59), calendar);
     EXPECT_EQ(year.end, calendar.at({2027, 1, 1}));
 
     EXPECT_EQ(TimeProgress::percentText(day.fraction(calendar.at({2026, 1, 1}, 23, 59, 59))), "99%");
