@@ -416,18 +416,6 @@ class ConnectedWidget final : public PolledWidget {
     ConnectedReader reader_;
 };
 
-class MissingWidget final : public StillWidget {
-  public:
-    MissingWidget(DockWidget widget, std::string_view trouble)
-        : StillWidget(std::move(widget)), trouble_(trouble) {}
-
-  protected:
-    WidgetReading read(Date) override { return troubled(trouble_); }
-
-  private:
-    std::string_view trouble_;
-};
-
 } // namespace
 
 std::unique_ptr<LiveWidget> makeContentWidget(const DockWidget& widget, const LiveWidgetPorts& ports) {

@@ -22,19 +22,6 @@ std::string percent(double share) {
     return std::to_string(static_cast<int>(std::lround(std::clamp(share, 0.0, 1.0) * 100))) + "%";
 }
 
-/// A kind whose source this system lacks: it says so and never changes.
-class MissingWidget final : public StillWidget {
-  public:
-    MissingWidget(DockWidget widget, std::string_view trouble)
-        : StillWidget(std::move(widget)), trouble_(trouble) {}
-
-  protected:
-    WidgetReading read(Date) override { return troubled(trouble_); }
-
-  private:
-    std::string_view trouble_;
-};
-
 class BatteryWidget final : public PolledWidget {
   public:
     static constexpr double interval = 60;

@@ -150,13 +150,7 @@ template <typename Model> class RunWidget final : public LiveWidget {
 
 std::unique_ptr<LiveWidget> makeTimeWidget(const DockWidget& widget, const LiveWidgetPorts& ports) {
     auto timeKeeping = [&]<typename Model>() -> std::unique_ptr<LiveWidget> {
-        if (!ports.alerts) {
-            struct Missing final : StillWidget {
-                using StillWidget::StillWidget;
-                WidgetReading read(Date) override { return troubled(WidgetTrouble::notAvailableHere); }
-            };
-            return std::make_unique<Missing>(widget);
-        }
+        if (!ports.alerts) return std::make_unique<MissingWidget>(widget, WidgetTrouble::notAvailableHere);
         return std::make_unique<RunWidget<Model>>(
             widget, TimeKeepingServices{ports.clock, ports.calendar, *ports.alerts, ports.defaults});
     };
