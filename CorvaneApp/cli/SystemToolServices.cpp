@@ -15,6 +15,7 @@
 #include "platform/macos/LibprocProcessTable.hpp"
 #include "platform/macos/MacMountedVolumes.hpp"
 #include "platform/macos/MacPermissionStates.hpp"
+#include "platform/macos/MacSystemLoad.hpp"
 #include "platform/macos/OsLog.hpp"
 #include "platform/macos/SkyLightDesktopServer.hpp"
 #else
@@ -22,7 +23,10 @@
 #include "platform/posix/LocalTimeCalendar.hpp"
 #include "platform/posix/MountTableVolumes.hpp"
 #include "platform/posix/NullNotifier.hpp"
+#include "platform/posix/ProcNetworkCounters.hpp"
 #include "platform/posix/ProcProcessTable.hpp"
+#include "platform/posix/ProcSystemLoad.hpp"
+#include "platform/posix/SysPowerSource.hpp"
 #endif
 
 namespace corvane {
@@ -59,12 +63,16 @@ struct SystemToolServices::Adapters {
     MacMountedVolumes volumes;
     LazyDesktopServer desktops;
     MacPermissionStates permissions;
+    MacSystemLoad load;
 #else
     NullNotifier notifier;
     StderrLog log{environment.contains("CORVANE_LOG")};
     ProcProcessTable processes;
     LocalTimeCalendar calendar;
     MountTableVolumes volumes;
+    ProcSystemLoad load;
+    SysPowerSource power;
+    ProcNetworkCounters network;
 #endif
     SystemClock clock;
     PosixProcessRunner runner;
@@ -103,6 +111,12 @@ struct SystemToolServices::Adapters {
         .desktops = &desktops,
         .permissions = &permissions,
 #endif
+        .load = &load,
+#ifndef __APPLE__
+        .power = &power,
+        .network = &network,
+#endif
+        .sleeper = &sleeper,
     };
 };
 

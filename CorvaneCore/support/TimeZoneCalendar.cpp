@@ -55,13 +55,13 @@ TimeZoneCalendar TimeZoneCalendar::current() {
     }
 }
 
+double TimeZoneCalendar::utcOffset(Date date) const {
+    if (!zone_ || !(std::fabs(date.unixTime()) < kZoneRange)) return offset_;
+    return static_cast<double>(zoneOf(zone_)->get_info(sysSeconds(date)).offset.count());
+}
+
 CalendarDay TimeZoneCalendar::day(Date date) const {
-    auto offset = offset_;
-    if (zone_ && std::fabs(date.unixTime()) < kZoneRange) {
-        auto info = zoneOf(zone_)->get_info(sysSeconds(date));
-        offset = static_cast<double>(info.offset.count());
-    }
-    auto local = date.unixTime() + offset;
+    auto local = date.unixTime() + utcOffset(date);
     // Beyond a few million years the day number no longer fits a calendar year.
     if (!std::isfinite(local) || std::fabs(local) > 1e14) return CalendarDay{1970, 1, 1};
     return CalendarDay::fromDayNumber(static_cast<std::int64_t>(std::floor(local / 86400)));

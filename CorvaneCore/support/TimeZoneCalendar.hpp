@@ -22,6 +22,10 @@ class TimeZoneCalendar final : public Calendar {
     /// The zone's name, or "UTC+hh:mm" for a fixed offset.
     const std::string& name() const { return name_; }
 
+    /// Seconds east of UTC at `date`, daylight saving included: what a clock of the zone adds to
+    /// UTC to show its time of day.
+    double utcOffset(Date date) const;
+
     CalendarDay day(Date date) const override;
     /// The first moment of `day`: its midnight, or the end of the gap where a clock change skips
     /// midnight.
