@@ -327,8 +327,8 @@ void SettingsWindow::open(const std::string& page) {
     auto* views = views_.get();
     if (!views->loaded) {
         views->loaded = true;
-        NSURL* start = [NSURL URLWithString:text(WindowBridge::startAddress(page))]
-                           ?: [NSURL URLWithString:text(WindowBridge::startAddress(""))];
+        NSURL* start = [NSURL URLWithString:text(WindowBridge::startAddress(page))];
+        if (start == nil) start = [NSURL URLWithString:text(WindowBridge::startAddress(""))];
         [views->webView loadRequest:[NSURLRequest requestWithURL:start]];
     } else {
         [views->bridge showPage:text(page) inWebView:views->webView];
