@@ -132,7 +132,7 @@ NSArray<NSURL*>* droppedFiles(id<NSDraggingInfo> drag) {
 
 @end
 
-/// The pages' one way out: calls to the command vocabulary and the few native helpers, and the
+/// The pages' one way out: calls to the command vocabulary and the few native ones, and the
 /// navigation policy that keeps the web view on Corvane's own pages.
 @interface CorvaneWindowBridge : NSObject <WKScriptMessageHandlerWithReply, WKNavigationDelegate>
 @property(nonatomic, weak) NSWindow* window;

@@ -57,10 +57,12 @@ NSMenuItem* menuItem(NSString* title, SEL action, NSString* key, NSEventModifier
 }
 
 /// A menu bar of its own is never shown for an application without a Dock icon, yet its key
-/// equivalents are what make ⌘C, ⌘V and ⌘A work in the fields of panels and alerts.
+/// equivalents are what make ⌘C, ⌘V and ⌘A work in the fields of panels, alerts and the window,
+/// and ⌘W close the window.
 NSMenu* mainMenu() {
     NSMenu* bar = [NSMenu new];
     NSMenu* appMenu = [[NSMenu alloc] initWithTitle:@"Corvane"];
+    [appMenu addItem:menuItem(@"Close Window", @selector(performClose:), @"w")];
     [appMenu addItem:menuItem(@"Quit Corvane", @selector(terminate:), @"q")];
     NSMenu* edit = [[NSMenu alloc] initWithTitle:@"Edit"];
     [edit addItem:menuItem(@"Undo", @selector(undo:), @"z")];
