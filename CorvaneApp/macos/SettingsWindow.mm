@@ -311,6 +311,9 @@ SettingsWindow::SettingsWindow(CommandApi& api) : views_(std::make_unique<Views>
     // Closing only hides it: the pages keep their state, and the next request opens at once.
     views->window.releasedWhenClosed = NO;
     views->window.minSize = NSMakeSize(640, 420);
+    // Opened from the menu bar, it comes to the desktop the user is on rather than taking them
+    // back to the one where it was last shown.
+    views->window.collectionBehavior = NSWindowCollectionBehaviorMoveToActiveSpace;
     views->window.contentView = views->webView;
     [views->window center];
     [views->window setFrameAutosaveName:@"CorvaneWindow"];
