@@ -167,16 +167,27 @@ NSArray<NSURL*>* droppedFiles(id<NSDraggingInfo> drag) {
     if (call.starts_with(WindowBridge::nativePrefix)) {
         auto parsed = nlohmann::json::parse(parameters, nullptr, false);
         if (!parsed.is_object()) parsed = nlohmann::json::object();
-        return [self answerNative:call.substr(WindowBridge::nativePrefix.size())
-                       parameters:parsed
-                            reply:^(const WindowBridge::Reply& reply) {
-                              replyHandler(replyObject(reply), nil);
-                            }];
+        auto answer = ^(const WindowBridge::Reply& reply) {
+          replyHandler(replyObject(reply), nil);
+        };
+        // A parameter of the wrong type throws while it is read; nothing has been shown yet.
+        try {
+            [self answerNative:call.substr(WindowBridge::nativePrefix.size()) parameters:parsed reply:answer];
+        } catch (const std::exception& error) {
+            answer(WindowBridge::error(400, error.what()));
+        }
+        return;
     }
     CommandApi* api = _api;
     dispatch_async(_calls, ^{
-      ApiReply answer = api->call(call, parameters);
-      WindowBridge::Reply reply{answer.status, std::move(answer.body)};
+      WindowBridge::Reply reply;
+      // An exception must not leave a dispatch queue: it would end the application.
+      try {
+          ApiReply answer = api->call(call, parameters);
+          reply = {answer.status, std::move(answer.body)};
+      } catch (const std::exception& error) {
+          reply = WindowBridge::error(500, error.what());
+      }
       dispatch_async(dispatch_get_main_queue(), ^{
         replyHandler(replyObject(reply), nil);
       });
