@@ -21,9 +21,6 @@ public:
     /// A switch of the macOS Dock begins (to the workspace named) or ends (none). The item
     /// changes at once, before the switch holds the main thread.
     void showSwitching(const std::optional<std::string>& workspace);
-    /// Opens the menu, once the event at hand is handled: until Corvane has a window, the menu is
-    /// where a request for settings, the workspaces or a widget's editor leads.
-    void open();
     /// Blinks the item: a few times, or until the menu is opened when `critical`.
     void requestAttention(UserAlerts::Attention attention);
 

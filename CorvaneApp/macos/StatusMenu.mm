@@ -169,7 +169,9 @@ StatusMenu::StatusMenu(AppState& state, const Calendar& calendar) : views_(std::
       views->stopBlinking();
       [menu removeAllItems];
       views->actions.clear();
-      views->fill(menu, MenuModel::build(MenuModel::snapshot(state), calendar));
+      auto snapshot = MenuModel::snapshot(state);
+      snapshot.hasWindow = true;
+      views->fill(menu, MenuModel::build(snapshot, calendar));
     };
     views->target.choose = ^(NSInteger index) {
       if (index < 0 || static_cast<std::size_t>(index) >= views->actions.size()) return;
@@ -202,10 +204,6 @@ void StatusMenu::showSwitching(const std::optional<std::string>& workspace) {
     // The switch that follows holds the main thread: draw now rather than at the end of this turn.
     [button display];
     [CATransaction flush];
-}
-
-void StatusMenu::open() {
-    [views_->item.button performSelector:@selector(performClick:) withObject:nil afterDelay:0];
 }
 
 void StatusMenu::requestAttention(UserAlerts::Attention attention) {

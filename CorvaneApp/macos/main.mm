@@ -2,7 +2,10 @@
 // this file only brings up AppKit, the application's state through AppHost, and the views that
 // draw that state.
 
+#include "CorvaneApp/api/CommandApi.hpp"
+#include "CorvaneApp/cli/SystemToolServices.hpp"
 #include "CorvaneApp/macos/BarPanel.hpp"
+#include "CorvaneApp/macos/SettingsWindow.hpp"
 #include "CorvaneApp/macos/StatusMenu.hpp"
 #include "CorvaneApp/shell/AppHost.hpp"
 #include "CorvaneApp/shell/LivePlatform.hpp"
@@ -54,10 +57,12 @@ NSMenuItem* menuItem(NSString* title, SEL action, NSString* key, NSEventModifier
 }
 
 /// A menu bar of its own is never shown for an application without a Dock icon, yet its key
-/// equivalents are what make ⌘C, ⌘V and ⌘A work in the fields of panels and alerts.
+/// equivalents are what make ⌘C, ⌘V and ⌘A work in the fields of panels, alerts and the window,
+/// and ⌘W close the window.
 NSMenu* mainMenu() {
     NSMenu* bar = [NSMenu new];
     NSMenu* appMenu = [[NSMenu alloc] initWithTitle:@"Corvane"];
+    [appMenu addItem:menuItem(@"Close Window", @selector(performClose:), @"w")];
     [appMenu addItem:menuItem(@"Quit Corvane", @selector(terminate:), @"q")];
     NSMenu* edit = [[NSMenu alloc] initWithTitle:@"Edit"];
     [edit addItem:menuItem(@"Undo", @selector(undo:), @"z")];
@@ -82,6 +87,10 @@ struct Application {
     CFCalendarAdapter calendar;
     std::unique_ptr<StatusMenu> menu;
     std::unique_ptr<BarPanel> bar;
+    // The window and what answers its pages, made when it is first asked for.
+    std::unique_ptr<SystemToolServices> tools;
+    std::unique_ptr<CommandApi> api;
+    std::unique_ptr<SettingsWindow> window;
 };
 
 Application& application() {
@@ -89,8 +98,15 @@ Application& application() {
     return instance;
 }
 
-void openMenu() {
-    if (auto& menu = application().menu) menu->open();
+void showPage(const std::string& page) {
+    auto& running = application();
+    if (!running.window) {
+        running.tools = std::make_unique<SystemToolServices>();
+        running.api = std::make_unique<CommandApi>(running.tools->services(),
+                                                   CommandApi::Options{.dataDirectory = running.host->dataDirectory()});
+        running.window = std::make_unique<SettingsWindow>(*running.api);
+    }
+    running.window->open(page);
 }
 
 } // namespace
@@ -110,16 +126,18 @@ int main(int argc, char* argv[]) {
             .dataDirectory = dataDirectory,
             .isApplicationBundle = true,
         });
-        // The bar follows every change of the workspace, wherever it was made. Until Corvane has a
-        // window of its own, what would open in it opens the menu.
+        // The bar follows every change of the workspace, wherever it was made. Settings, the
+        // workspace editor and the widgets open in the window; a new workspace is made on the
+        // workspaces page, which offers it.
         AppState::Callbacks callbacks{
             .onWorkspaceSwitch = [] { if (auto& bar = application().bar) bar->reload(); },
-            .onShowSettings = [] { openMenu(); },
-            .onShowWorkspaces = [] { openMenu(); },
-            .onNewProfile = [] { openMenu(); },
-            .onEditWidget = [](const Uuid&) { openMenu(); },
+            .onShowSettings = [] { showPage("general"); },
+            .onShowWorkspaces = [] { showPage("workspaces"); },
+            .onNewProfile = [] { showPage("workspaces"); },
+            .onEditWidget = [](const Uuid&) { showPage("widgets"); },
             .onReconcileWidgetHelpers = [] { if (auto& bar = application().bar) bar->reload(); },
-            .onShowPage = [](const std::string&) { openMenu(); },
+            .onShowPage = [](const std::string& page) { showPage(page); },
+            .onShowWidgetPreview = [](const std::string&) { showPage("widgets"); },
             .onSettingsChange = [](const AppSettings&) { if (auto& bar = application().bar) bar->reload(); },
             .onSwitchProgress =
                 [](const std::optional<std::string>& workspace) {
@@ -141,8 +159,14 @@ int main(int argc, char* argv[]) {
                                                     launched.host->dataDirectory());
         };
         delegate.terminateHandler = ^{
-          application().bar.reset();
-          application().host->shutDown();
+          auto& quitting = application();
+          quitting.bar.reset();
+          quitting.host->shutDown();
+          // A call of the window may still be running on its queue; the process ends in a moment
+          // anyway, so what it uses is left in place rather than destroyed under it.
+          (void)quitting.window.release();
+          (void)quitting.api.release();
+          (void)quitting.tools.release();
         };
         [shared run];
     }

@@ -63,9 +63,9 @@ LaunchRequests LaunchRequests::parse(const std::vector<std::string>& arguments) 
 }
 
 const std::vector<std::string>& mainWindowPages() {
-    static const std::vector<std::string> pages = {"general", "workspaces", "dock", "appearance", "widgets",
-                                                   "hotkeys",  "desktops",   "icons", "backups",  "permissions",
-                                                   "about"};
+    // The pages the window's sidebar has, by the names its page script opens them with.
+    static const std::vector<std::string> pages = {"general", "workspaces",  "dock",       "themes",
+                                                   "widgets", "backups",     "permissions", "onboarding"};
     return pages;
 }
 

@@ -327,14 +327,14 @@ TEST_F(Launch, LaunchRequestsNeedAValueAndWaitForTheirDelays) {
     state.callbacks.onShowPage = [&](const std::string& page) { opened.push_back("page " + page); };
     state.callbacks.onOpenStack = [&](const std::filesystem::path& folder) { opened.push_back("stack " + folder.string()); };
     state.callbacks.onShowWidgetPreview = [&](const std::string& kind) { opened.push_back("widget " + kind); };
-    state.scheduleLaunchRequests(LaunchRequests::parse({"--page", "hotkeys", "--stack", "/Users/me/Downloads", "--widget", "timer"}));
+    state.scheduleLaunchRequests(LaunchRequests::parse({"--page", "themes", "--stack", "/Users/me/Downloads", "--widget", "timer"}));
     state.scheduleLaunchRequests(LaunchRequests::parse({"--page", "nowhere", "--widget", "toaster"}));
     scheduler.advance(0.49);
     EXPECT_TRUE(opened.empty());
     scheduler.advance(0.01);
-    EXPECT_EQ(opened, std::vector<std::string>{"page hotkeys"});
+    EXPECT_EQ(opened, std::vector<std::string>{"page themes"});
     scheduler.advance(1);
-    EXPECT_EQ(opened, (std::vector<std::string>{"page hotkeys", "stack /Users/me/Downloads", "widget timer"}));
+    EXPECT_EQ(opened, (std::vector<std::string>{"page themes", "stack /Users/me/Downloads", "widget timer"}));
 
     state.scheduleLaunchRequests(LaunchRequests::parse({"--page", "general"}));
     launched.reset();
