@@ -53,7 +53,8 @@ private:
     void start() {
         if (busy_ || waiting_.empty()) return;
         busy_ = true;
-        auto [widget, now] = std::move(waiting_.front());
+        auto widget = std::move(waiting_.front().first);
+        auto now = waiting_.front().second;
         waiting_.pop_front();
         queue_->async([slow = slow_, widget, now, alive = alive_, this, &mainQueue = mainQueue_] {
             auto result = slow(widget, now);
