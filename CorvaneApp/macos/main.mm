@@ -2,6 +2,7 @@
 // this file only brings up AppKit, the application's state through AppHost, and the views that
 // draw that state.
 
+#include "CorvaneApp/bar/BarClicks.hpp"
 #include "CorvaneApp/macos/BarPanel.hpp"
 #include "CorvaneApp/macos/StatusMenu.hpp"
 #include "CorvaneApp/shell/AppHost.hpp"
@@ -93,6 +94,24 @@ void openMenu() {
     if (auto& menu = application().menu) menu->open();
 }
 
+/// A "--widget" request: the tile's own action where the kind has one in place, else the
+/// widget's page; a kind with no widget placed shows what can be added.
+void showWidget(const std::string& kind) {
+    auto& running = application();
+    auto& state = running.host->state();
+    const Profile* active = nullptr;
+    for (const auto& profile : state.profiles())
+        if (profile.id == state.activeProfileId()) active = &profile;
+    auto id = BarClicks::launchedWidget(kind, state.widgetStore().file(), active);
+    if (!id) return openMenu();
+    auto* host = running.host->widgets();
+    if (host && BarClicks::actsInPlace(*fromCaseName<WidgetKind>(kind))) {
+        host->activate(*id);
+        return;
+    }
+    state.handleEditWidgetRequest(*id);
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -120,6 +139,10 @@ int main(int argc, char* argv[]) {
             .onEditWidget = [](const Uuid&) { openMenu(); },
             .onReconcileWidgetHelpers = [] { if (auto& bar = application().bar) bar->reload(); },
             .onShowPage = [](const std::string&) { openMenu(); },
+            .onOpenStack = [](const std::filesystem::path& folder) {
+                if (auto& bar = application().bar) bar->openStack(folder);
+            },
+            .onShowWidgetPreview = [](const std::string& kind) { showWidget(kind); },
             .onSettingsChange = [](const AppSettings&) { if (auto& bar = application().bar) bar->reload(); },
             .onSwitchProgress =
                 [](const std::optional<std::string>& workspace) {
@@ -138,7 +161,10 @@ int main(int argc, char* argv[]) {
         delegate.launchHandler = ^{
           auto& launched = application();
           launched.bar = std::make_unique<BarPanel>(launched.host->state(), launched.live->platform(),
-                                                    launched.host->dataDirectory());
+                                                    launched.host->dataDirectory(), launched.host->widgets());
+          launched.host->setWidgetChangeHandler([](const std::vector<Uuid>& changed) {
+              if (auto& bar = application().bar) bar->widgetsChanged(changed);
+          });
         };
         delegate.terminateHandler = ^{
           application().bar.reset();
