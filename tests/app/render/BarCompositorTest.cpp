@@ -125,7 +125,7 @@ TEST(BarCompositor, ANewSceneRepaintsEverythingAndOnlyTheHoveredNameChangesAStre
 TEST(BarCompositor, ALiveTileWithNewTextRepaintsItsOwnStretchOnly) {
     auto bar = scene();
     BarLayout layout(bar);
-    BarCompositor compositor(2);
+    BarCompositor compositor(1);
     auto rest = layout.frame(DockLens{});
     compositor.compose(bar, layout, rest);
     auto ticked = scene(DockPosition::bottom, "App 3", 9, "10:42");
