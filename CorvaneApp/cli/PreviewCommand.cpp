@@ -1,4 +1,5 @@
 #include "CorvaneApp/cli/PreviewCommand.hpp"
+#include "CorvaneApp/cli/LiveReaders.hpp"
 
 #include "CorvaneApp/bar/BarContent.hpp"
 
@@ -24,6 +25,7 @@
 #include <unistd.h>
 
 #include <cmath>
+#include <map>
 #include <memory>
 #include <ostream>
 
@@ -98,7 +100,7 @@ const IconPack* packFrom(const Arguments& args, const IconOverrides& overrides) 
 // The tiles of a workspace on a Mac where only the Finder runs: the picture cannot know which
 // applications will be running, and the Finder always is.
 std::vector<BarTile> tilesOf(const Profile* shown, const WidgetsFile& widgets, const DockStyle& style,
-                             const ToolContext& context, BarIconSource icons) {
+                             ToolContext& context, BarIconSource icons) {
     const RunningApp finder{.pid = 1,
                             .bundleIdentifier = WorkspaceDockLayout::finder().bundleIdentifier,
                             .name = "Finder"};
@@ -110,11 +112,24 @@ std::vector<BarTile> tilesOf(const Profile* shown, const WidgetsFile& widgets, c
     auto trash = TrashFolders::home(environment);
     auto folders = context.services.volumes ? TrashFolders::all(trash, *context.services.volumes, ::getuid())
                                             : std::vector<std::filesystem::path>{trash};
+    // Each widget of the workspace draws what its live model reads now.
+    std::map<Uuid, std::string> captions;
+    if (shown) {
+        ProfilesFile only;
+        only.profiles.push_back(*shown);
+        for (auto& [widget, reading] : readWidgetsNow(context, placedWidgets(widgets, only)))
+            captions[widget.id] = reading.trouble ? *reading.trouble : reading.caption;
+    }
     return workspaceBarTiles(layout, {.widgets = widgets,
                                       .style = style,
                                       .downloads = DownloadsTile::folder(environment).string(),
                                       .trashIsFull = TrashFolders::isFull(folders),
-                                      .icons = std::move(icons)});
+                                      .icons = std::move(icons),
+                                      .captions = [&captions](const Uuid& id) -> std::optional<std::string> {
+                                          auto found = captions.find(id);
+                                          if (found == captions.end()) return std::nullopt;
+                                          return found->second;
+                                      }});
 }
 
 void checkGeometry(const Arguments& args) {

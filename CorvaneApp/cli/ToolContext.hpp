@@ -8,6 +8,7 @@
 #include "CorvaneCore/platform/MountedVolumes.hpp"
 #include "CorvaneCore/platform/Notifier.hpp"
 #include "CorvaneCore/platform/SecretStore.hpp"
+#include "CorvaneCore/platform/Sleeper.hpp"
 #include "CorvaneCore/platform/SystemFolders.hpp"
 #include "CorvaneCore/platform/UserDefaults.hpp"
 
@@ -22,6 +23,14 @@
 #include <string>
 
 namespace corvane {
+
+class CalendarEvents;
+class DesktopActions;
+class FanSensors;
+class NetworkCounters;
+class NowPlaying;
+class PowerSource;
+class SystemLoad;
 
 /// A command used the wrong way: exit status 2 instead of 1.
 class UsageError : public std::runtime_error {
@@ -50,6 +59,18 @@ struct ToolServices {
     /// The mounted volumes, whose trash folders fill the Trash tile; none looks only at the home
     /// trash.
     const MountedVolumes* volumes = nullptr;
+
+    /// The machine's readings and desktop actions for the live widgets; none where this system
+    /// has no such source, and the widgets that need it say so.
+    SystemLoad* load = nullptr;
+    PowerSource* power = nullptr;
+    NetworkCounters* network = nullptr;
+    NowPlaying* music = nullptr;
+    CalendarEvents* events = nullptr;
+    FanSensors* fans = nullptr;
+    DesktopActions* desktop = nullptr;
+    /// Waits between the two samples that processor shares and network rates are taken from.
+    Sleeper* sleeper = nullptr;
 };
 
 /// What every command receives: the services, the global options and where to print.

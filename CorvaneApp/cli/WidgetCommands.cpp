@@ -1,5 +1,6 @@
 #include "CorvaneApp/cli/WidgetCommands.hpp"
 
+#include "CorvaneApp/cli/LiveReaders.hpp"
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneApp/cli/WorkspaceArgument.hpp"
 #include "CorvaneApp/widgets/PlaceholderHelpers.hpp"
@@ -147,6 +148,33 @@ Json widgetsJson(const WidgetsFile& file, const ProfilesFile& profiles) {
         for (const auto* profile : workspacesShowing(file.widgets[i], profiles))
             shownIn.push_back(profile->id.string());
         json["widgets"][i]["shownIn"] = std::move(shownIn);
+    }
+    return json;
+}
+
+void printReadings(const std::vector<LiveWidgetRow>& live, std::ostream& out) {
+    if (live.empty()) {
+        out << "No widget is shown in any workspace. Show one with: corvane widgets show WIDGET --in WORKSPACE\n";
+        return;
+    }
+    std::vector<std::vector<std::string>> rows{{"NAME", "KIND", "SHOWS", "DETAIL", "TROUBLE"}};
+    for (const auto& [widget, reading] : live)
+        rows.push_back({widget.name, std::string(widget.kind.name()), reading.caption.empty() ? "-" : reading.caption,
+                        reading.detail.value_or("-"), reading.trouble.value_or("-")});
+    printTable(rows, out);
+}
+
+Json readingsJson(const std::vector<LiveWidgetRow>& live) {
+    auto json = Json::array();
+    for (const auto& [widget, reading] : live) {
+        Json row = {{"id", widget.id.string()},
+                    {"name", widget.name},
+                    {"kind", std::string(widget.kind.name())},
+                    {"caption", reading.caption}};
+        if (reading.detail) row["detail"] = *reading.detail;
+        if (reading.progress) row["progress"] = *reading.progress;
+        if (reading.trouble) row["trouble"] = *reading.trouble;
+        json.push_back(std::move(row));
     }
     return json;
 }
@@ -324,6 +352,17 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
     stackCommand->callback([&context, &out, args] {
         Stores stores(context);
         stack(stores, *args, out);
+    });
+
+    auto* now = widgets->add_subcommand("now", "What each widget shown in a workspace shows at this moment");
+    now->add_flag("--json", args->json, "Print them as a JSON array");
+    now->callback([&context, &out, args] {
+        Stores stores(context);
+        auto live = readWidgetsNow(context, placedWidgets(stores.widgets.file(), stores.profiles.file()));
+        if (args->json)
+            out << prettyJson(readingsJson(live));
+        else
+            printReadings(live, out);
     });
 
     addWaterCommands(app, context);

@@ -4,6 +4,9 @@
 #include "platform/curl/CurlHttpClient.hpp"
 #include "platform/posix/PlistFileUserDefaults.hpp"
 #include "platform/posix/PosixProcessRunner.hpp"
+#include "platform/posix/ProcNetworkCounters.hpp"
+#include "platform/posix/ProcSystemLoad.hpp"
+#include "platform/posix/SysPowerSource.hpp"
 #include "platform/posix/StderrLog.hpp"
 #include "platform/posix/SystemClock.hpp"
 #include "platform/posix/ThreadSleeper.hpp"
@@ -16,6 +19,7 @@
 #include "platform/macos/DistributedNotifier.hpp"
 #include "platform/macos/KeychainSecretStore.hpp"
 #include "platform/macos/LibprocProcessTable.hpp"
+#include "platform/macos/MacSystemLoad.hpp"
 #include "platform/macos/MacMountedVolumes.hpp"
 #include "platform/macos/OsLog.hpp"
 #else
@@ -35,12 +39,16 @@ int main(int argc, char** argv) {
     LibprocProcessTable processes;
     CFCalendarAdapter calendar;
     MacMountedVolumes volumes;
+    MacSystemLoad load;
 #else
     NullNotifier notifier;
     StderrLog log(environment.contains("CORVANE_LOG"));
     ProcProcessTable processes;
     LocalTimeCalendar calendar;
     MountTableVolumes volumes;
+    ProcSystemLoad load;
+    SysPowerSource power;
+    ProcNetworkCounters network;
 #endif
     SystemClock clock;
     PosixProcessRunner runner;
@@ -73,5 +81,11 @@ int main(int argc, char** argv) {
     ToolServices services{environment, notifier, log,    clock,        openDock,
                           openSecrets, calendar, http,   runner,       openDefaults,
                           &volumes};
+    services.load = &load;
+    services.sleeper = &sleeper;
+#ifndef __APPLE__
+    services.power = &power;
+    services.network = &network;
+#endif
     return runTool(argc, argv, services, std::cout, std::cerr);
 }

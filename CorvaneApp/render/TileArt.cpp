@@ -564,7 +564,8 @@ void petFace(const Face& f) {
 
 void githubFace(const Face& f) {
     auto* cr = f.cr;
-    Rect e = inset(f.area, f.side() * 0.08);
+    // A live reading takes the caption's place; the grid shrinks to the emblem beside it.
+    Rect e = inset(f.tile.caption ? f.emblem() : f.area, f.side() * 0.08);
     int rows = 4;
     double cell = e.height / rows;
     int columns = std::max(static_cast<int>(e.width / cell), 1);
@@ -577,11 +578,12 @@ void githubFace(const Face& f) {
             setColor(cr, shade);
             cairo_fill(cr);
         }
+    if (f.tile.caption) f.caption();
 }
 
 void graphFace(const Face& f, RGBColor color) {
     auto* cr = f.cr;
-    Rect e = inset(f.area, f.side() * 0.12);
+    Rect e = inset(f.tile.caption ? f.emblem() : f.area, f.side() * 0.12);
     int points = 12;
     cairo_move_to(cr, e.x, e.maxY());
     for (int i = 0; i < points; ++i) {
@@ -595,6 +597,7 @@ void graphFace(const Face& f, RGBColor color) {
     setColor(cr, color);
     cairo_set_line_width(cr, std::max(f.side() * 0.03, 0.8));
     cairo_stroke(cr);
+    if (f.tile.caption) f.caption();
 }
 
 void noteFace(const Face& f) {
@@ -603,6 +606,11 @@ void noteFace(const Face& f) {
     roundedRect(cr, e, f.side() * 0.06);
     fillVertical(cr, e, hex("#FFE873"), hex("#FFD43B"));
     cairo_new_path(cr);
+    // The note's own first line, written on the paper, instead of ruled lines.
+    if (f.tile.caption) {
+        centredText(cr, *f.tile.caption, e.midX(), e.midY(), e.height * 0.22, {0.3, 0.22, 0}, 1, true, e.width * 0.9);
+        return;
+    }
     cairo_set_source_rgba(cr, 0.45, 0.35, 0, 0.45);
     cairo_set_line_width(cr, std::max(f.side() * 0.025, 0.7));
     for (int i = 0; i < 4; ++i) {

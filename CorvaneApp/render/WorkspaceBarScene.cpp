@@ -43,6 +43,7 @@ public:
             tile.label = record->name.empty() ? std::string(record->kind.name()) : record->name;
             tile.widgetKind = record->kind.which();
             tile.span = record->span;
+            if (sources_.captions) tile.caption = sources_.captions(record->id);
         }
         return tile;
     }

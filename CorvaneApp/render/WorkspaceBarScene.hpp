@@ -31,6 +31,8 @@ struct BarTileSources {
     BarIconSource icons;
     /// The label of the app's own tile.
     std::string ownName = "Corvane";
+    /// What a widget's tile shows now; none draws the card's own stand-in text.
+    std::function<std::optional<std::string>(const Uuid& widget)> captions = {};
 };
 
 /// What a drawn tile stands for: an entry of the layout's application section or of its

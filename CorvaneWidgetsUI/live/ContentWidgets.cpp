@@ -111,7 +111,8 @@ class CalendarWidget final : public LiveWidget {
         if (!found) return {.caption = date, .trouble = "no access to calendars"};
         std::vector<CalendarEvent> upcoming;
         for (const auto& event : *found)
-            if (event.end > now && isSelected(event, settings.calendars) && (settings.showsAllDay || !event.isAllDay))
+            if (event.end > now && isSelected(event, settings.calendars) &&
+                (settings.showsAllDay || !event.isAllDay))
                 upcoming.push_back(event);
         std::stable_sort(upcoming.begin(), upcoming.end(),
                          [](const CalendarEvent& a, const CalendarEvent& b) { return a.start < b.start; });
@@ -119,18 +120,22 @@ class CalendarWidget final : public LiveWidget {
         if (!upcoming.empty()) {
             const auto& first = upcoming.front();
             auto day = calendar_.day(first.start);
-            std::string when = first.isAllDay ? "all day" : first.start <= now ? "now" : timeOfDay(first.start, calendar_);
+            std::string when = first.isAllDay       ? "all day"
+                               : first.start <= now ? "now"
+                                                    : timeOfDay(first.start, calendar_);
             if (!first.isAllDay && first.start > now && day != today) when = weekdayAndDay(day) + " " + when;
             next = first.title + " " + when;
         }
         switch (settings.style) {
-        case CalendarTileStyle::nextEvent: return {.caption = next.value_or("No events")};
+        case CalendarTileStyle::nextEvent:
+            return {.caption = next.value_or("No events")};
         case CalendarTileStyle::agenda: {
             WidgetReading reading{.caption = next.value_or("No events")};
             if (upcoming.size() > 1) reading.detail = "+" + std::to_string(upcoming.size() - 1) + " more";
             return reading;
         }
-        default: return {.caption = date, .detail = next.value_or("No events")};
+        default:
+            return {.caption = date, .detail = next.value_or("No events")};
         }
     }
     std::optional<Date> plan(Date now) const override { return nextMinute(now); }
@@ -158,15 +163,17 @@ class RemindersWidget final : public LiveWidget {
             if (reminder.isCompleted && !settings.showsCompleted) continue;
             if (reminder.due && *reminder.due < until) due.push_back(reminder);
         }
-        std::stable_sort(due.begin(), due.end(), [](const ReminderItem& a, const ReminderItem& b) { return *a.due < *b.due; });
+        std::stable_sort(due.begin(), due.end(),
+                         [](const ReminderItem& a, const ReminderItem& b) { return *a.due < *b.due; });
         if (settings.style == ReminderTileStyle::count)
-            return {.caption = std::to_string(due.size()), .detail = due.size() == 1 ? "reminder" : "reminders"};
+            return {.caption = std::to_string(due.size()),
+                    .detail = due.size() == 1 ? "reminder" : "reminders"};
         if (due.empty()) return {.caption = "No reminders"};
         const auto& first = due.front();
         auto day = calendar_.day(*first.due);
         std::string when = *first.due < now && !first.isCompleted ? "overdue"
-                           : day == today                       ? "today " + timeOfDay(*first.due, calendar_)
-                                                                : weekdayAndDay(day);
+                           : day == today ? "today " + timeOfDay(*first.due, calendar_)
+                                          : weekdayAndDay(day);
         WidgetReading reading{.caption = first.title, .detail = when};
         if (settings.style == ReminderTileStyle::list && due.size() > 1)
             reading.detail = when + ", +" + std::to_string(due.size() - 1) + " more";
@@ -181,7 +188,8 @@ class RemindersWidget final : public LiveWidget {
 
 class BookmarksWidget final : public StillWidget {
   public:
-    BookmarksWidget(DockWidget widget, DesktopActions* desktop) : StillWidget(std::move(widget)), desktop_(desktop) {}
+    BookmarksWidget(DockWidget widget, DesktopActions* desktop)
+        : StillWidget(std::move(widget)), desktop_(desktop) {}
 
   protected:
     void act(Date) override {
@@ -212,8 +220,10 @@ class FolderWidget final : public PolledWidget {
     void act(Date) override {
         if (!desktop_ || newest_.empty()) return;
         bool reveals = false;
-        if (const auto* files = widget_.settings<FilesSettings>()) reveals = files->click == FileClick::reveal;
-        if (const auto* shots = widget_.settings<ScreenshotSettings>()) reveals = shots->click == ScreenshotClick::reveal;
+        if (const auto* files = widget_.settings<FilesSettings>())
+            reveals = files->click == FileClick::reveal;
+        if (const auto* shots = widget_.settings<ScreenshotSettings>())
+            reveals = shots->click == ScreenshotClick::reveal;
         reveals ? desktop_->reveal(newest_) : desktop_->open(newest_, std::nullopt);
     }
 
@@ -224,19 +234,25 @@ class FolderWidget final : public PolledWidget {
         std::filesystem::path folder = chosen ? std::filesystem::path(*chosen) : fallback_;
         newest_.clear();
         if (folder.empty()) return troubled(WidgetTrouble::notAvailableHere);
-        auto listing = RecentFiles::newest(folder, static_cast<std::size_t>(std::max(1, shots ? shots->shownCount : files->shownCount)),
-                                           shots ? RecentFiles::Filter::screenshots : RecentFiles::Filter::any);
+        auto listing = RecentFiles::newest(
+            folder, static_cast<std::size_t>(std::max(1, shots ? shots->shownCount : files->shownCount)),
+            shots ? RecentFiles::Filter::screenshots : RecentFiles::Filter::any);
         if (!listing) return troubled("folder not found");
-        if (listing->empty()) return {.caption = shots ? "No screenshots" : "Empty folder", .detail = folder.filename().string()};
+        if (listing->empty())
+            return {.caption = shots ? "No screenshots" : "Empty folder",
+                    .detail = folder.filename().string()};
         newest_ = listing->front().path.string();
         auto latest = listing->front().path.filename().string();
         if (shots) {
-            if (!shots->tileShowsLatest) return {.caption = plural(listing->size(), "screenshot", "screenshots")};
+            if (!shots->tileShowsLatest)
+                return {.caption = plural(listing->size(), "screenshot", "screenshots")};
             return {.caption = latest, .detail = plural(listing->size(), "screenshot", "screenshots")};
         }
         if (files->showsNewCount && files->seenAt) {
-            auto fresh = std::count_if(listing->begin(), listing->end(),
-                                       [&](const RecentFiles::Entry& entry) { return entry.modified > *files->seenAt; });
+            auto fresh =
+                std::count_if(listing->begin(), listing->end(), [&](const RecentFiles::Entry& entry) {
+                    return entry.modified > *files->seenAt;
+                });
             if (fresh > 0) return {.caption = std::to_string(fresh) + " new", .detail = latest};
         }
         return {.caption = latest, .detail = folder.filename().string()};
@@ -250,13 +266,15 @@ class FolderWidget final : public PolledWidget {
 
 class ShelfWidget final : public PolledWidget {
   public:
-    ShelfWidget(DockWidget widget, DesktopActions* desktop) : PolledWidget(std::move(widget), 10), desktop_(desktop) {}
+    ShelfWidget(DockWidget widget, DesktopActions* desktop)
+        : PolledWidget(std::move(widget), 10), desktop_(desktop) {}
 
   protected:
     void act(Date) override {
         const auto& settings = *widget_.settings<ShelfSettings>();
         if (!desktop_ || present_.empty()) return;
-        settings.click == FileClick::reveal ? desktop_->reveal(present_.front()) : desktop_->open(present_.front(), std::nullopt);
+        settings.click == FileClick::reveal ? desktop_->reveal(present_.front())
+                                            : desktop_->open(present_.front(), std::nullopt);
     }
     WidgetReading read(Date) override {
         present_.clear();
@@ -283,7 +301,8 @@ class CollectionWidget final : public StillWidget {
         if (apps.empty()) return {.caption = "No apps"};
         std::string names;
         for (std::size_t i = 0; i < apps.size() && i < 3; ++i) {
-            auto name = apps[i].displayName ? *apps[i].displayName : std::filesystem::path(apps[i].path).stem().string();
+            auto name = apps[i].displayName ? *apps[i].displayName
+                                            : std::filesystem::path(apps[i].path).stem().string();
             names += (names.empty() ? "" : ", ") + name;
         }
         if (apps.size() > 3) names += ", …";
@@ -294,7 +313,8 @@ class CollectionWidget final : public StillWidget {
 class WaterWidget final : public LiveWidget {
   public:
     WaterWidget(DockWidget widget, const std::filesystem::path& dataDirectory, const Calendar& calendar)
-        : LiveWidget(std::move(widget)), calendar_(calendar), store_(StoragePath::waterFileURL(dataDirectory), calendar) {}
+        : LiveWidget(std::move(widget)), calendar_(calendar),
+          store_(StoragePath::waterFileURL(dataDirectory), calendar) {}
 
   protected:
     void act(Date now) override {
@@ -309,26 +329,35 @@ class WaterWidget final : public LiveWidget {
         int glass = std::max(1, inMillilitres(settings.glass));
         WidgetReading reading{.progress = std::clamp(static_cast<double>(total) / goal, 0.0, 1.0)};
         if (settings.showsCountOnTile) {
-            auto glasses = [&](int ml) { return static_cast<int>(std::lround(static_cast<double>(ml) / glass)); };
-            reading.caption = std::to_string(glasses(total)) + "/" + std::to_string(std::max(1, glasses(goal)));
+            auto glasses = [&](int ml) {
+                return static_cast<int>(std::lround(static_cast<double>(ml) / glass));
+            };
+            reading.caption =
+                std::to_string(glasses(total)) + "/" + std::to_string(std::max(1, glasses(goal)));
         } else {
             reading.caption = amount(total) + " / " + amount(goal);
         }
         if (total >= goal)
             reading.detail = "Goal reached";
         else if (auto next = log.nextGlass(now, goal, settings.refillMinutes, calendar_))
-            reading.detail = *next <= now ? "Glass due" : "Next glass in " + std::to_string(static_cast<long long>(std::ceil((*next - now) / 60))) + " min";
+            reading.detail = *next <= now
+                                 ? "Glass due"
+                                 : "Next glass in " +
+                                       std::to_string(static_cast<long long>(std::ceil((*next - now) / 60))) +
+                                       " min";
         return reading;
     }
     std::optional<Date> plan(Date now) const override { return nextMinute(now); }
 
   private:
     int inMillilitres(int amount) const {
-        return widget_.settings<WaterSettings>()->unit == WaterUnit::ounces ? WaterAmount::millilitres(amount) : amount;
+        return widget_.settings<WaterSettings>()->unit == WaterUnit::ounces ? WaterAmount::millilitres(amount)
+                                                                            : amount;
     }
     std::string amount(int millilitres) const {
-        return widget_.settings<WaterSettings>()->unit == WaterUnit::ounces ? WaterAmount::ouncesText(millilitres) + " oz"
-                                                                            : std::to_string(millilitres) + " ml";
+        return widget_.settings<WaterSettings>()->unit == WaterUnit::ounces
+                   ? WaterAmount::ouncesText(millilitres) + " oz"
+                   : std::to_string(millilitres) + " ml";
     }
 
     const Calendar& calendar_;
@@ -364,8 +393,10 @@ class EmojiWidget final : public PolledWidget {
         const auto& recent = store_.history().emoji;
         if (recent.empty()) return {.caption = "No recent emoji"};
         std::string shown;
-        auto count = static_cast<std::size_t>(std::max(1, std::min(widget_.settings<EmojiSettings>()->recentLimit, widget_.span * 2)));
-        for (std::size_t i = 0; i < recent.size() && i < count; ++i) shown += (shown.empty() ? "" : " ") + recent[i];
+        auto count = static_cast<std::size_t>(
+            std::max(1, std::min(widget_.settings<EmojiSettings>()->recentLimit, widget_.span * 2)));
+        for (std::size_t i = 0; i < recent.size() && i < count; ++i)
+            shown += (shown.empty() ? "" : " ") + recent[i];
         return {.caption = shown, .detail = "Recent"};
     }
 
@@ -385,17 +416,6 @@ class ConnectedWidget final : public PolledWidget {
     ConnectedReader reader_;
 };
 
-class MissingWidget final : public StillWidget {
-  public:
-    MissingWidget(DockWidget widget, std::string_view trouble) : StillWidget(std::move(widget)), trouble_(trouble) {}
-
-  protected:
-    WidgetReading read(Date) override { return troubled(trouble_); }
-
-  private:
-    std::string_view trouble_;
-};
-
 } // namespace
 
 std::unique_ptr<LiveWidget> makeContentWidget(const DockWidget& widget, const LiveWidgetPorts& ports) {
@@ -405,19 +425,26 @@ std::unique_ptr<LiveWidget> makeContentWidget(const DockWidget& widget, const Li
         return std::make_unique<ConnectedWidget>(widget, interval, reader);
     };
     switch (widget.kind.which()) {
-    case WidgetKind::note: return std::make_unique<NoteWidget>(widget);
-    case WidgetKind::converter: return std::make_unique<ConverterWidget>(widget);
+    case WidgetKind::note:
+        return std::make_unique<NoteWidget>(widget);
+    case WidgetKind::converter:
+        return std::make_unique<ConverterWidget>(widget);
     case WidgetKind::calendar:
         if (!ports.events) return missing(WidgetTrouble::notAvailableHere);
         return std::make_unique<CalendarWidget>(widget, *ports.events, ports.calendar);
     case WidgetKind::reminders:
         if (!ports.events) return missing(WidgetTrouble::notAvailableHere);
         return std::make_unique<RemindersWidget>(widget, *ports.events, ports.calendar);
-    case WidgetKind::bookmarks: return std::make_unique<BookmarksWidget>(widget, ports.desktop);
-    case WidgetKind::screenshots: return std::make_unique<FolderWidget>(widget, ports.screenshotsFolder, ports.desktop);
-    case WidgetKind::files: return std::make_unique<FolderWidget>(widget, ports.downloadsFolder, ports.desktop);
-    case WidgetKind::shelf: return std::make_unique<ShelfWidget>(widget, ports.desktop);
-    case WidgetKind::collection: return std::make_unique<CollectionWidget>(widget);
+    case WidgetKind::bookmarks:
+        return std::make_unique<BookmarksWidget>(widget, ports.desktop);
+    case WidgetKind::screenshots:
+        return std::make_unique<FolderWidget>(widget, ports.screenshotsFolder, ports.desktop);
+    case WidgetKind::files:
+        return std::make_unique<FolderWidget>(widget, ports.downloadsFolder, ports.desktop);
+    case WidgetKind::shelf:
+        return std::make_unique<ShelfWidget>(widget, ports.desktop);
+    case WidgetKind::collection:
+        return std::make_unique<CollectionWidget>(widget);
     case WidgetKind::water:
         if (ports.dataDirectory.empty()) return missing(WidgetTrouble::notAvailableHere);
         return std::make_unique<WaterWidget>(widget, ports.dataDirectory, ports.calendar);
@@ -427,11 +454,16 @@ std::unique_ptr<LiveWidget> makeContentWidget(const DockWidget& widget, const Li
     case WidgetKind::emoji:
         if (ports.dataDirectory.empty()) return missing(WidgetTrouble::notAvailableHere);
         return std::make_unique<EmojiWidget>(widget, ports.dataDirectory);
-    case WidgetKind::weather: return connected(ports.weather, WeatherModel::refreshInterval);
-    case WidgetKind::github: return connected(ports.github, GitHubModel::refreshInterval);
-    case WidgetKind::claudeUsage: return connected(ports.claudeUsage, ClaudeUsageModel::refreshSeconds);
-    case WidgetKind::clipboard: return connected(ports.clipboard, 2);
-    default: return missing(WidgetTrouble::notAvailableHere);
+    case WidgetKind::weather:
+        return connected(ports.weather, WeatherModel::refreshInterval);
+    case WidgetKind::github:
+        return connected(ports.github, GitHubModel::refreshInterval);
+    case WidgetKind::claudeUsage:
+        return connected(ports.claudeUsage, ClaudeUsageModel::refreshSeconds);
+    case WidgetKind::clipboard:
+        return connected(ports.clipboard, 2);
+    default:
+        return missing(WidgetTrouble::notAvailableHere);
     }
 }
 

@@ -34,6 +34,19 @@ inline WidgetReading troubled(std::string_view trouble) {
     return WidgetReading{.trouble = std::string(trouble)};
 }
 
+/// A kind whose source this system or host lacks: it says so and never changes.
+class MissingWidget final : public StillWidget {
+  public:
+    MissingWidget(DockWidget widget, std::string_view trouble)
+        : StillWidget(std::move(widget)), trouble_(trouble) {}
+
+  protected:
+    WidgetReading read(Date) override { return troubled(trouble_); }
+
+  private:
+    std::string_view trouble_;
+};
+
 std::unique_ptr<LiveWidget> makeTimeWidget(const DockWidget& widget, const LiveWidgetPorts& ports);
 std::unique_ptr<LiveWidget> makeSystemWidget(const DockWidget& widget, const LiveWidgetPorts& ports);
 std::unique_ptr<LiveWidget> makeContentWidget(const DockWidget& widget, const LiveWidgetPorts& ports);

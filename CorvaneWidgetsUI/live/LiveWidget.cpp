@@ -17,6 +17,8 @@ bool LiveWidget::tick(Date now) {
 }
 
 bool LiveWidget::setWidget(DockWidget widget, Date now) {
+    // Each model reads its own kind's settings; a widget that changed kind needs a new model.
+    if (widget.kind.which() != widget_.kind.which()) return false;
     widget_ = std::move(widget);
     settingsChanged();
     return refresh(now);

@@ -69,8 +69,8 @@ class LiveWidget {
 
     /// Reads the sources as of `now` and plans the next tick; true when the reading changed.
     bool tick(Date now);
-    /// New settings of the same widget (same id and kind); the reading follows at once. True
-    /// when it changed.
+    /// New settings of the same widget; the reading follows at once. True when it changed. A
+    /// widget of another kind is refused (false): the host makes a new model for it.
     bool setWidget(DockWidget widget, Date now);
     /// The kind's main click action: pause a timer, add a glass, play/pause music, run the
     /// shortcut… True when the reading changed; kinds without an action do nothing.
@@ -115,6 +115,8 @@ struct LiveWidgetPorts {
     UserAlerts* alerts = nullptr;
     UserDefaults* defaults = nullptr;
 
+    /// Shared by the activity widgets and the pets: pass a `SharedSystemLoad`, so that their
+    /// processor readings do not cut each other's intervals short.
     SystemLoad* load = nullptr;
     PowerSource* power = nullptr;
     NetworkCounters* network = nullptr;

@@ -12,8 +12,8 @@ namespace corvane::RecentFiles {
 namespace {
 
 bool isScreenshot(const std::filesystem::path& path) {
-    static constexpr std::array<std::string_view, 8> extensions = {".png", ".jpg", ".jpeg", ".heic",
-                                                                   ".tiff", ".gif", ".mov", ".mp4"};
+    static constexpr std::array<std::string_view, 8> extensions = {".png",  ".jpg", ".jpeg", ".heic",
+                                                                   ".tiff", ".gif", ".mov",  ".mp4"};
     auto extension = text::lowercased(path.extension().string());
     return std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
 }
@@ -22,13 +22,15 @@ bool isScreenshot(const std::filesystem::path& path) {
 // exact to well under a second, which is all a list of files needs.
 Date dateOf(std::filesystem::file_time_type time) {
     auto offset = time - std::filesystem::file_time_type::clock::now();
-    auto system = std::chrono::system_clock::now() + std::chrono::duration_cast<std::chrono::system_clock::duration>(offset);
+    auto system = std::chrono::system_clock::now() +
+                  std::chrono::duration_cast<std::chrono::system_clock::duration>(offset);
     return Date::fromUnixTime(std::chrono::duration<double>(system.time_since_epoch()).count());
 }
 
 } // namespace
 
-std::optional<std::vector<Entry>> newest(const std::filesystem::path& folder, std::size_t count, Filter filter) {
+std::optional<std::vector<Entry>> newest(const std::filesystem::path& folder, std::size_t count,
+                                         Filter filter) {
     std::error_code error;
     std::filesystem::directory_iterator it(folder, error);
     if (error) return std::nullopt;

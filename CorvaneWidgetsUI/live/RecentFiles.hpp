@@ -26,7 +26,8 @@ enum class Filter {
 
 /// Up to `count` files and folders directly in `folder`, newest first, hidden ones left out;
 /// none when the folder cannot be read.
-std::optional<std::vector<Entry>> newest(const std::filesystem::path& folder, std::size_t count, Filter filter);
+std::optional<std::vector<Entry>> newest(const std::filesystem::path& folder, std::size_t count,
+                                         Filter filter);
 
 } // namespace RecentFiles
 

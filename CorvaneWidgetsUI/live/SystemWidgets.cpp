@@ -22,22 +22,11 @@ std::string percent(double share) {
     return std::to_string(static_cast<int>(std::lround(std::clamp(share, 0.0, 1.0) * 100))) + "%";
 }
 
-/// A kind whose source this system lacks: it says so and never changes.
-class MissingWidget final : public StillWidget {
-  public:
-    MissingWidget(DockWidget widget, std::string_view trouble) : StillWidget(std::move(widget)), trouble_(trouble) {}
-
-  protected:
-    WidgetReading read(Date) override { return troubled(trouble_); }
-
-  private:
-    std::string_view trouble_;
-};
-
 class BatteryWidget final : public PolledWidget {
   public:
     static constexpr double interval = 60;
-    BatteryWidget(DockWidget widget, PowerSource& power) : PolledWidget(std::move(widget), interval), power_(power) {}
+    BatteryWidget(DockWidget widget, PowerSource& power)
+        : PolledWidget(std::move(widget), interval), power_(power) {}
 
   protected:
     WidgetReading read(Date) override {
@@ -69,7 +58,8 @@ class BatteryWidget final : public PolledWidget {
 class ActivityWidget final : public PolledWidget {
   public:
     static constexpr double interval = 2;
-    ActivityWidget(DockWidget widget, SystemLoad& load) : PolledWidget(std::move(widget), interval), load_(load) {}
+    ActivityWidget(DockWidget widget, SystemLoad& load)
+        : PolledWidget(std::move(widget), interval), load_(load) {}
 
   protected:
     WidgetReading read(Date) override {
@@ -79,17 +69,21 @@ class ActivityWidget final : public PolledWidget {
         auto memory = load_.memory();
         WidgetReading reading;
         std::string caption, detail;
-        auto add = [](std::string& text, const std::string& part) { text += (text.empty() ? "" : " · ") + part; };
+        auto add = [](std::string& text, const std::string& part) {
+            text += (text.empty() ? "" : " · ") + part;
+        };
         if (settings.showsCPU) {
             add(caption, cpu ? "CPU " + percent(*cpu) : "CPU measuring");
             if (cpu) reading.progress = *cpu;
         }
         if (settings.showsMemory) {
-            add(settings.showsCPU ? detail : caption, memory ? "Memory " + percent(*memory) : "Memory unknown");
+            add(settings.showsCPU ? detail : caption,
+                memory ? "Memory " + percent(*memory) : "Memory unknown");
             if (!settings.showsCPU && memory) reading.progress = *memory;
         }
         if (!settings.showsCPU && !settings.showsMemory) caption = "Activity";
-        if (settings.showsCPU && !cpu && settings.showsMemory && !memory && !firstRead_) return troubled("no readings");
+        if (settings.showsCPU && !cpu && settings.showsMemory && !memory && !firstRead_)
+            return troubled("no readings");
         firstRead_ = false;
         reading.caption = caption;
         if (!detail.empty()) reading.detail = detail;
@@ -122,13 +116,15 @@ class NetworkWidget final : public PolledWidget {
         }
         auto previous = previous_;
         previous_ = Sample{*found, now};
-        if (!previous || previous->counters.name != found->name) return {.caption = "measuring", .detail = found->name};
+        if (!previous || previous->counters.name != found->name)
+            return {.caption = "measuring", .detail = found->name};
         double seconds = now - previous->at;
         auto down = ByteRate::between(previous->counters.receivedBytes, found->receivedBytes, seconds);
         auto up = ByteRate::between(previous->counters.sentBytes, found->sentBytes, seconds);
         // A restarted counter says nothing about this interval: measure again from here.
         if (!down || !up) return {.caption = "measuring", .detail = found->name};
-        return {.caption = "↓ " + ByteRate::text(*down), .detail = "↑ " + ByteRate::text(*up) + "  " + found->name};
+        return {.caption = "↓ " + ByteRate::text(*down),
+                .detail = "↑ " + ByteRate::text(*up) + "  " + found->name};
     }
 
   private:
@@ -143,19 +139,22 @@ class NetworkWidget final : public PolledWidget {
 class FansWidget final : public PolledWidget {
   public:
     static constexpr double interval = 2;
-    FansWidget(DockWidget widget, FanSensors& sensors) : PolledWidget(std::move(widget), interval), sensors_(sensors) {}
+    FansWidget(DockWidget widget, FanSensors& sensors)
+        : PolledWidget(std::move(widget), interval), sensors_(sensors) {}
 
   protected:
     WidgetReading read(Date) override {
         auto fans = sensors_.read();
         if (fans.empty()) return troubled("no fans");
         // The fastest fan is the one a person hears.
-        const auto& loudest = *std::max_element(fans.begin(), fans.end(),
-                                                [](const FanReading& a, const FanReading& b) { return a.rpm < b.rpm; });
-        WidgetReading reading{.caption = std::to_string(static_cast<long long>(std::lround(loudest.rpm))) + " rpm",
-                              .detail = fans.size() == 1 ? loudest.name : std::to_string(fans.size()) + " fans"};
+        const auto& loudest = *std::max_element(
+            fans.begin(), fans.end(), [](const FanReading& a, const FanReading& b) { return a.rpm < b.rpm; });
+        WidgetReading reading{
+            .caption = std::to_string(static_cast<long long>(std::lround(loudest.rpm))) + " rpm",
+            .detail = fans.size() == 1 ? loudest.name : std::to_string(fans.size()) + " fans"};
         if (loudest.minimumRPM && loudest.maximumRPM && *loudest.maximumRPM > *loudest.minimumRPM)
-            reading.progress = std::clamp((loudest.rpm - *loudest.minimumRPM) / (*loudest.maximumRPM - *loudest.minimumRPM), 0.0, 1.0);
+            reading.progress = std::clamp(
+                (loudest.rpm - *loudest.minimumRPM) / (*loudest.maximumRPM - *loudest.minimumRPM), 0.0, 1.0);
         return reading;
     }
 
@@ -166,7 +165,8 @@ class FansWidget final : public PolledWidget {
 class MusicWidget final : public PolledWidget {
   public:
     static constexpr double interval = 5;
-    MusicWidget(DockWidget widget, NowPlaying& music) : PolledWidget(std::move(widget), interval), music_(music) {}
+    MusicWidget(DockWidget widget, NowPlaying& music)
+        : PolledWidget(std::move(widget), interval), music_(music) {}
 
   protected:
     void act(Date) override { music_.togglePlayPause(); }
@@ -188,7 +188,8 @@ class MusicWidget final : public PolledWidget {
 
 class ShortcutWidget final : public StillWidget {
   public:
-    ShortcutWidget(DockWidget widget, DesktopActions& desktop) : StillWidget(std::move(widget)), desktop_(desktop) {}
+    ShortcutWidget(DockWidget widget, DesktopActions& desktop)
+        : StillWidget(std::move(widget)), desktop_(desktop) {}
 
   protected:
     void settingsChanged() override { failed_ = false; }
@@ -210,7 +211,8 @@ class ShortcutWidget final : public StillWidget {
 
 class AirDropWidget final : public StillWidget {
   public:
-    AirDropWidget(DockWidget widget, DesktopActions& desktop) : StillWidget(std::move(widget)), desktop_(desktop) {}
+    AirDropWidget(DockWidget widget, DesktopActions& desktop)
+        : StillWidget(std::move(widget)), desktop_(desktop) {}
 
   protected:
     void act(Date) override { failed_ = !desktop_.openAirDrop(); }
@@ -226,7 +228,8 @@ class AirDropWidget final : public StillWidget {
 
 class KeyboardLockWidget final : public LiveWidget {
   public:
-    KeyboardLockWidget(DockWidget widget, DesktopActions& desktop) : LiveWidget(std::move(widget)), desktop_(desktop) {}
+    KeyboardLockWidget(DockWidget widget, DesktopActions& desktop)
+        : LiveWidget(std::move(widget)), desktop_(desktop) {}
     ~KeyboardLockWidget() override {
         // Nobody is left locked out by a widget that went away.
         if (lockedAt_) desktop_.unlockKeyboard();
@@ -280,11 +283,14 @@ class PetWidget final : public PolledWidget {
         auto share = settings.follows == PetMetric::cpu ? cpu : load_.memory();
         std::string name(caseName(settings.species));
         name[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(name[0])));
-        if (!share) return {.caption = name, .detail = settings.follows == PetMetric::cpu ? "CPU measuring" : "Memory unknown"};
+        if (!share)
+            return {.caption = name,
+                    .detail = settings.follows == PetMetric::cpu ? "CPU measuring" : "Memory unknown"};
         // The pet's mood follows the load the way its pace does: calm when idle, racing when busy.
         std::string mood = *share < 0.25 ? "Resting" : *share < 0.7 ? "Playing" : "Racing";
         return {.caption = name + " " + mood,
-                .detail = std::string(settings.follows == PetMetric::cpu ? "CPU " : "Memory ") + percent(*share),
+                .detail =
+                    std::string(settings.follows == PetMetric::cpu ? "CPU " : "Memory ") + percent(*share),
                 .progress = *share};
     }
 
@@ -324,7 +330,8 @@ std::unique_ptr<LiveWidget> makeSystemWidget(const DockWidget& widget, const Liv
     case WidgetKind::pet:
         if (!ports.load) return missing();
         return std::make_unique<PetWidget>(widget, *ports.load);
-    default: return nullptr;
+    default:
+        return nullptr;
     }
 }
 

@@ -19,14 +19,16 @@ namespace {
 
 class ClockWidget final : public LiveWidget {
   public:
-    ClockWidget(DockWidget widget, const Calendar& calendar) : LiveWidget(std::move(widget)), calendar_(calendar) {
+    ClockWidget(DockWidget widget, const Calendar& calendar)
+        : LiveWidget(std::move(widget)), calendar_(calendar) {
         settingsChanged();
     }
 
   protected:
     void settingsChanged() override {
         const auto& settings = *widget_.settings<ClockSettings>();
-        zone_ = settings.timeZoneID ? TimeZoneCalendar::named(*settings.timeZoneID) : TimeZoneCalendar::current();
+        zone_ =
+            settings.timeZoneID ? TimeZoneCalendar::named(*settings.timeZoneID) : TimeZoneCalendar::current();
     }
 
     WidgetReading read(Date now) override {
@@ -34,11 +36,13 @@ class ClockWidget final : public LiveWidget {
         if (!zone_) return troubled("unknown time zone");
         // Where the system's 12/24-hour choice cannot be asked, the 24-hour clock is the
         // unambiguous one.
-        WidgetReading reading{.caption = ClockFace::time(now, zone_->utcOffset(now), settings.uses24Hour.value_or(true),
-                                                         settings.showsSeconds)};
+        WidgetReading reading{.caption =
+                                  ClockFace::time(now, zone_->utcOffset(now),
+                                                  settings.uses24Hour.value_or(true), settings.showsSeconds)};
         if (settings.timeZoneID) {
             std::string detail = ClockFace::city(zone_->name());
-            if (auto day = ClockFace::relativeDay(zone_->day(now).dayNumber(), calendar_.day(now).dayNumber()))
+            if (auto day =
+                    ClockFace::relativeDay(zone_->day(now).dayNumber(), calendar_.day(now).dayNumber()))
                 detail += ", " + *day;
             reading.detail = detail;
         }
@@ -47,7 +51,8 @@ class ClockWidget final : public LiveWidget {
 
     std::optional<Date> plan(Date now) const override {
         if (!zone_) return std::nullopt;
-        return ClockFace::nextChange(now, zone_->utcOffset(now), widget_.settings<ClockSettings>()->showsSeconds);
+        return ClockFace::nextChange(now, zone_->utcOffset(now),
+                                     widget_.settings<ClockSettings>()->showsSeconds);
     }
 
   private:
@@ -76,7 +81,8 @@ class CountdownWidget final : public LiveWidget {
 
 class TimeProgressWidget final : public LiveWidget {
   public:
-    TimeProgressWidget(DockWidget widget, const Calendar& calendar) : LiveWidget(std::move(widget)), calendar_(calendar) {}
+    TimeProgressWidget(DockWidget widget, const Calendar& calendar)
+        : LiveWidget(std::move(widget)), calendar_(calendar) {}
 
   protected:
     WidgetReading read(Date now) override {
@@ -124,7 +130,8 @@ template <typename Model> class RunWidget final : public LiveWidget {
             reading.detail = run.isBreak() ? "Break" : "Focus";
             reading.progress = std::clamp(run.elapsed(now) / run.length(settings), 0.0, 1.0);
         }
-        if (!reading.detail) reading.detail = run.isRunning() ? "Running" : run.hasStarted() ? "Paused" : "Ready";
+        if (!reading.detail)
+            reading.detail = run.isRunning() ? "Running" : run.hasStarted() ? "Paused" : "Ready";
         return reading;
     }
 
@@ -143,24 +150,25 @@ template <typename Model> class RunWidget final : public LiveWidget {
 
 std::unique_ptr<LiveWidget> makeTimeWidget(const DockWidget& widget, const LiveWidgetPorts& ports) {
     auto timeKeeping = [&]<typename Model>() -> std::unique_ptr<LiveWidget> {
-        if (!ports.alerts) {
-            struct Missing final : StillWidget {
-                using StillWidget::StillWidget;
-                WidgetReading read(Date) override { return troubled(WidgetTrouble::notAvailableHere); }
-            };
-            return std::make_unique<Missing>(widget);
-        }
+        if (!ports.alerts) return std::make_unique<MissingWidget>(widget, WidgetTrouble::notAvailableHere);
         return std::make_unique<RunWidget<Model>>(
             widget, TimeKeepingServices{ports.clock, ports.calendar, *ports.alerts, ports.defaults});
     };
     switch (widget.kind.which()) {
-    case WidgetKind::clock: return std::make_unique<ClockWidget>(widget, ports.calendar);
-    case WidgetKind::countdown: return std::make_unique<CountdownWidget>(widget);
-    case WidgetKind::timeProgress: return std::make_unique<TimeProgressWidget>(widget, ports.calendar);
-    case WidgetKind::timer: return timeKeeping.operator()<TimerModel>();
-    case WidgetKind::stopwatch: return timeKeeping.operator()<StopwatchModel>();
-    case WidgetKind::pomodoro: return timeKeeping.operator()<PomodoroModel>();
-    default: return nullptr;
+    case WidgetKind::clock:
+        return std::make_unique<ClockWidget>(widget, ports.calendar);
+    case WidgetKind::countdown:
+        return std::make_unique<CountdownWidget>(widget);
+    case WidgetKind::timeProgress:
+        return std::make_unique<TimeProgressWidget>(widget, ports.calendar);
+    case WidgetKind::timer:
+        return timeKeeping.operator()<TimerModel>();
+    case WidgetKind::stopwatch:
+        return timeKeeping.operator()<StopwatchModel>();
+    case WidgetKind::pomodoro:
+        return timeKeeping.operator()<PomodoroModel>();
+    default:
+        return nullptr;
     }
 }
 

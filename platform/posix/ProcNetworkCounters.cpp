@@ -20,7 +20,8 @@ std::vector<InterfaceCounters> ProcNetworkCounters::read() {
         std::istringstream fields(line.substr(colon + 1));
         std::uint64_t values[9] = {};
         int read = 0;
-        while (read < 9 && fields >> values[read]) ++read;
+        while (read < 9 && fields >> values[read])
+            ++read;
         if (read < 9) continue;
         counters.receivedBytes = values[0];
         counters.sentBytes = values[8];

@@ -13,7 +13,8 @@ std::optional<std::string> field(const std::filesystem::path& supply, const char
     std::ifstream file(supply / name);
     std::string value;
     if (!file || !std::getline(file, value)) return std::nullopt;
-    while (!value.empty() && (value.back() == '\n' || value.back() == ' ' || value.back() == '\r')) value.pop_back();
+    while (!value.empty() && (value.back() == '\n' || value.back() == ' ' || value.back() == '\r'))
+        value.pop_back();
     return value;
 }
 
@@ -35,7 +36,8 @@ std::optional<double> number(const std::filesystem::path& supply, const char* na
 std::optional<PowerReading> SysPowerSource::read() {
     std::error_code error;
     std::set<std::filesystem::path> supplies;
-    for (const auto& entry : std::filesystem::directory_iterator(root_, error)) supplies.insert(entry.path());
+    for (const auto& entry : std::filesystem::directory_iterator(root_, error))
+        supplies.insert(entry.path());
     if (error) return std::nullopt;
 
     bool mainsOnline = false;
@@ -64,7 +66,8 @@ std::optional<PowerReading> SysPowerSource::read() {
 
     auto status = field(*battery, "status").value_or("Unknown");
     reading.isCharging = status == "Charging";
-    reading.isOnExternalPower = mainsOnline || reading.isCharging || status == "Full" || status == "Not charging";
+    reading.isOnExternalPower =
+        mainsOnline || reading.isCharging || status == "Full" || status == "Not charging";
 
     // Time left from the present draw: energy over power (µWh / µW) or charge over current.
     auto powerNow = number(*battery, "power_now"), currentNow = number(*battery, "current_now");
@@ -73,7 +76,8 @@ std::optional<PowerReading> SysPowerSource::read() {
         hours = (reading.isCharging ? *energyFull - *energyNow : *energyNow) / *powerNow;
     else if (currentNow && *currentNow > 0 && chargeNow && chargeFull)
         hours = (reading.isCharging ? *chargeFull - *chargeNow : *chargeNow) / *currentNow;
-    if (hours && (reading.isCharging || status == "Discharging") && *hours >= 0) reading.minutesRemaining = *hours * 60;
+    if (hours && (reading.isCharging || status == "Discharging") && *hours >= 0)
+        reading.minutesRemaining = *hours * 60;
     return reading;
 }
 

@@ -10,7 +10,8 @@ namespace corvane {
 /// "Battery", and whether a "Mains" supply is online.
 class SysPowerSource final : public PowerSource {
   public:
-    explicit SysPowerSource(std::filesystem::path root = "/sys/class/power_supply") : root_(std::move(root)) {}
+    explicit SysPowerSource(std::filesystem::path root = "/sys/class/power_supply")
+        : root_(std::move(root)) {}
 
     std::optional<PowerReading> read() override;
 

@@ -17,7 +17,8 @@ namespace UnitConversion {
 std::vector<std::string_view> units(ConversionCategory category);
 
 /// `value` in `from` expressed in `to`; none when either symbol is not a unit of the category.
-std::optional<double> convert(double value, ConversionCategory category, std::string_view from, std::string_view to);
+std::optional<double> convert(double value, ConversionCategory category, std::string_view from,
+                              std::string_view to);
 
 /// A number for the tile: up to four significant digits, no trailing zeros ("3.281", "1200",
 /// "0.0001"), scientific beyond that range.

@@ -180,3 +180,41 @@ TEST_F(WidgetTool, WaterAndColours) {
     EXPECT_EQ(ok({"colours", "--json"}), readText(data / "colours.json"));
     EXPECT_EQ(firstLine(ok({"colours"})).substr(0, 28), "#FFFFFF  rgb(255, 255, 255) ");
 }
+
+TEST_F(WidgetTool, NowReadsEveryShownWidgetInWorkspaceOrder) {
+    ok({"new", "Work"});
+    ok({"new", "Play"});
+    auto add = [&](const std::string& kind) { return firstLine(ok({"widgets", "add", kind})); };
+    auto converter = add("converter"), activity = add("activity"), fans = add("fans"), note = add("note"),
+         hidden = add("clock");
+    for (const auto& [widget, workspace] : std::vector<std::pair<std::string, std::string>>{
+             {note, "Play"}, {converter, "Work"}, {activity, "Work"}, {fans, "Work"}, {note, "Work"}})
+        ok({"widgets", "show", widget, "--in", workspace});
+
+    auto rows = parseJson(ok({"widgets", "now", "--json"}));
+    ASSERT_EQ(rows.size(), 4u) << rows.dump() << "\nthe clock is shown nowhere, the note only once";
+    std::vector<std::string> kinds;
+    for (const auto& row : rows) kinds.push_back(row["kind"]);
+    EXPECT_EQ(kinds, (std::vector<std::string>{"converter", "activity", "fans", "note"}));
+    EXPECT_EQ(rows[0]["id"], converter);
+    EXPECT_EQ(rows[0]["caption"], "1 m = 3.281 ft");
+    EXPECT_EQ(rows[3]["caption"], "Empty note");
+    EXPECT_FALSE(rows[3].contains("trouble"));
+#ifndef __APPLE__
+    // Two readings a moment apart give the processor's share; fans are not readable here.
+    EXPECT_EQ(rows[1]["caption"].get<std::string>().rfind("CPU ", 0), 0u) << rows[1].dump();
+    EXPECT_NE(rows[1]["caption"], "CPU measuring");
+    EXPECT_EQ(rows[2]["trouble"], "not available here");
+    EXPECT_EQ(rows[2]["caption"], "");
+#endif
+
+    auto table = ok({"widgets", "now"});
+    EXPECT_EQ(table.rfind("NAME       KIND       SHOWS", 0), 0u) << table;
+    EXPECT_NE(table.find("Converter  converter  1 m = 3.281 ft"), std::string::npos) << table;
+}
+
+TEST_F(WidgetTool, NowWithNothingShownSaysHowToShowOne) {
+    ok({"widgets", "add", "note"});
+    EXPECT_EQ(ok({"widgets", "now"}), "No widget is shown in any workspace. Show one with: corvane widgets show WIDGET --in WORKSPACE\n");
+    EXPECT_EQ(ok({"widgets", "now", "--json"}), "[]\n");
+}

@@ -79,6 +79,11 @@ TEST(WorkspaceBarScene, TheLayoutsTilesAreDrawnWithTheirRunningStateAndDocuments
                            .icons = [&](const std::string& path) {
                                asked.push_back(path);
                                return path.ends_with("Mail.app") ? icon : nullptr;
+                           },
+                           .captions = [&](const Uuid& id) -> std::optional<std::string> {
+                               if (id == weather) return "21°";
+                               if (id == tea) return "4:59";
+                               return std::nullopt;
                            }};
     auto tiles = workspaceBarTiles(layout, sources);
     ASSERT_EQ(kindsOf(tiles), (std::vector<Kind>{Kind::app, Kind::app, Kind::spacer, Kind::widget, Kind::widget,
@@ -93,6 +98,9 @@ TEST(WorkspaceBarScene, TheLayoutsTilesAreDrawnWithTheirRunningStateAndDocuments
     EXPECT_EQ(tiles[3].span, 2);
     // The slot's timer and the clock stand as one stack, where the first placeholder was.
     EXPECT_EQ(tiles[4].widgetKind, WidgetKind::timer);
+    // Each widget card shows its live reading; a stack shows its front member's.
+    EXPECT_EQ(tiles[3].caption, "21°");
+    EXPECT_EQ(tiles[4].caption, "4:59");
     EXPECT_EQ(tiles[5].label, "Mail");
     EXPECT_TRUE(tiles[5].isRunning);
     EXPECT_EQ(tiles[5].image, icon);
