@@ -2,6 +2,7 @@
 
 #include "CorvaneCore/bar/DockEditing.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 namespace corvane {
@@ -21,6 +22,23 @@ void BarWindowController::show(Content content) {
     // A drag over tiles that are gone would move the wrong item.
     drag_.reset();
     layout_->frame(lens_, frame_);
+}
+
+bool BarWindowController::updateCaptions(const std::vector<Uuid>& widgets,
+                                         const std::function<std::optional<std::string>(const Uuid&)>& caption) {
+    bool changed = false;
+    for (std::size_t i = 0; i < content_.scene.tiles.size() && i < content_.origins.size(); ++i) {
+        const auto* tileModel = model(i);
+        const auto* widget = tileModel ? tileModel->widget() : nullptr;
+        const auto* id = widget ? widget->address.widgetID() : nullptr;
+        if (!id || std::find(widgets.begin(), widgets.end(), *id) == widgets.end()) continue;
+        auto text = caption(*id);
+        auto& tile = content_.scene.tiles[i];
+        if (!text || tile.caption == text) continue;
+        tile.caption = std::move(text);
+        changed = true;
+    }
+    return changed;
 }
 
 Rect BarWindowController::panelFrame(const Rect& screen) const {

@@ -96,6 +96,11 @@ public:
     /// New tiles, look or screen: the lens keeps following the pointer over them.
     void show(Content content);
 
+    /// Live widgets show new text: their tiles take it in place, and the layout stays. Returns
+    /// whether any tile changed.
+    bool updateCaptions(const std::vector<Uuid>& widgets,
+                        const std::function<std::optional<std::string>(const Uuid& widget)>& caption);
+
     const BarScene& scene() const { return content_.scene; }
     const BarLayout& layout() const { return *layout_; }
     const BarFrame& frame() const { return frame_; }

@@ -1,14 +1,14 @@
 #include "CorvaneApp/macos/BarPanel.hpp"
 
+#include "CorvaneApp/bar/BarClicks.hpp"
 #include "CorvaneApp/bar/BarContent.hpp"
 #include "CorvaneApp/bar/BarWatch.hpp"
 #include "CorvaneApp/bar/BarWidgetHost.hpp"
 #include "CorvaneApp/looks/IconOverrides.hpp"
 #include "CorvaneApp/render/BarCompositor.hpp"
 #include "CorvaneApp/render/BarIcons.hpp"
+#include "CorvaneApp/macos/StackMenu.hpp"
 #include "CorvaneCore/bar/DownloadsTile.hpp"
-#include "platform/macos/CFCalendarAdapter.hpp"
-#include "platform/macos/MacUserAlerts.hpp"
 
 #import <AppKit/AppKit.h>
 
@@ -93,7 +93,7 @@ Rect rect(NSRect frame) { return {frame.origin.x, frame.origin.y, frame.size.wid
 NSURL* fileURL(const std::string& path) { return [NSURL fileURLWithPath:[NSString stringWithUTF8String:path.c_str()]]; }
 
 /// Carries out what a click on a tile asks for; the widget windows belong to the state's shell.
-void open(const BarClick& click, AppState& state) {
+void open(const BarClick& click, AppState& state, BarWidgetHost* widgets) {
     NSWorkspace* workspace = NSWorkspace.sharedWorkspace;
     switch (click.kind) {
     case BarClick::Kind::activateApp:
@@ -114,8 +114,10 @@ void open(const BarClick& click, AppState& state) {
         return;
     }
     case BarClick::Kind::openFile:
-    case BarClick::Kind::openStack: // until stacks have their own window, the folder opens in the Finder
         [workspace openURL:fileURL(click.target)];
+        return;
+    case BarClick::Kind::openStack:
+        StackMenu::open(BarClicks::stackPanel(click.target, state.settings().stackOptions), NSEvent.mouseLocation);
         return;
     case BarClick::Kind::openLink:
         if (NSURL* url = [NSURL URLWithString:[NSString stringWithUTF8String:click.target.c_str()]]) [workspace openURL:url];
@@ -128,6 +130,13 @@ void open(const BarClick& click, AppState& state) {
                                                                    error:nil]];
         return;
     case BarClick::Kind::openWidget:
+        if (click.id && widgets)
+            for (const auto& widget : state.widgetStore().file().widgets)
+                if (widget.id == *click.id && BarClicks::actsInPlace(widget.kind.which())) {
+                    widgets->activate(widget.id);
+                    return;
+                }
+        [[fallthrough]];
     case BarClick::Kind::openWidgetStack:
         if (click.id) state.handleEditWidgetRequest(*click.id);
         return;
@@ -140,17 +149,15 @@ void open(const BarClick& click, AppState& state) {
 } // namespace
 
 struct BarPanel::Views {
-    Views(AppState& appState, AppPlatform& platform, const std::filesystem::path& dataDirectory)
-        : state(appState), icons(dataDirectory),
-          downloads(DownloadsTile::folder(platform.environment).string()),
-          widgets(platform.scheduler, {platform.clock, calendar, alerts, &platform.defaults}, [this] { reload(); }) {}
+    Views(AppState& appState, const AppPlatform& platform, const std::filesystem::path& dataDirectory,
+          BarWidgetHost* liveWidgets)
+        : state(appState), icons(dataDirectory), downloads(DownloadsTile::folder(platform.environment).string()),
+          widgets(liveWidgets) {}
 
     AppState& state;
-    CFCalendarAdapter calendar;
-    MacUserAlerts alerts;
     IconOverrides icons;
     std::string downloads;
-    BarWidgetHost widgets;
+    BarWidgetHost* widgets;
     std::unique_ptr<BarWindowController> controller;
     std::unique_ptr<BarCompositor> compositor;
     std::unique_ptr<BarWatch> watch;
@@ -225,6 +232,17 @@ struct BarPanel::Views {
         compositor->setScale(screen.scale);
     }
 
+    std::function<std::optional<std::string>(const Uuid&)> captions() const {
+        if (!widgets) return {};
+        return [host = widgets](const Uuid& id) { return host->caption(id); };
+    }
+
+    /// Live widgets show something new: their tiles alone are drawn again.
+    void widgetsChanged(const std::vector<Uuid>& changed) {
+        if (!widgets || !state.settings().usesOwnDock || !panel.visible) return;
+        if (controller->updateCaptions(changed, captions())) draw();
+    }
+
     void reload() {
         const auto& settings = state.settings();
         // Reading windows costs the window server work: only while they can send the bar away.
@@ -236,7 +254,6 @@ struct BarPanel::Views {
         const Profile* active = nullptr;
         for (const auto& profile : state.profiles())
             if (profile.id == state.activeProfileId()) active = &profile;
-        widgets.sync(state.widgetStore().file());
         const auto& style = settings.dockStyle;
         auto screen = BarWindowController::home(screens());
         double length = 0;
@@ -247,7 +264,7 @@ struct BarPanel::Views {
                                            .downloads = downloads,
                                            .icons = barIcons(icons),
                                            .screenLength = length,
-                                           .captions = [this](const Uuid& id) { return widgets.caption(id); }}));
+                                           .captions = captions()}));
         if (screen) place(*screen);
         draw();
         // The rules decide at once, so the bar never flashes up over a full-screen app or a
@@ -258,13 +275,14 @@ struct BarPanel::Views {
     }
 };
 
-BarPanel::BarPanel(AppState& state, AppPlatform& platform, const std::filesystem::path& dataDirectory)
-    : views_(std::make_unique<Views>(state, platform, dataDirectory)) {
+BarPanel::BarPanel(AppState& state, AppPlatform& platform, const std::filesystem::path& dataDirectory,
+                   BarWidgetHost* widgets)
+    : views_(std::make_unique<Views>(state, platform, dataDirectory, widgets)) {
     auto* views = views_.get();
     views->controller = std::make_unique<BarWindowController>(
         platform.scheduler,
         BarWindowController::Callbacks{
-            .onClick = [views](const BarClick& click) { open(click, views->state); },
+            .onClick = [views](const BarClick& click) { open(click, views->state, views->widgets); },
             .onItemsChanged =
                 [views](std::vector<DockItem> items) {
                     if (!views->state.activeProfileId()) return;
@@ -352,5 +370,11 @@ BarPanel::~BarPanel() {
 }
 
 void BarPanel::reload() { views_->reload(); }
+
+void BarPanel::widgetsChanged(const std::vector<Uuid>& changed) { views_->widgetsChanged(changed); }
+
+void BarPanel::openStack(const std::filesystem::path& folder) {
+    StackMenu::open(BarClicks::stackPanel(folder, views_->state.settings().stackOptions), NSEvent.mouseLocation);
+}
 
 } // namespace corvane

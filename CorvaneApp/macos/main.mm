@@ -4,6 +4,7 @@
 
 #include "CorvaneApp/api/CommandApi.hpp"
 #include "CorvaneApp/cli/SystemToolServices.hpp"
+#include "CorvaneApp/bar/BarClicks.hpp"
 #include "CorvaneApp/macos/BarPanel.hpp"
 #include "CorvaneApp/macos/SettingsWindow.hpp"
 #include "CorvaneApp/macos/StatusMenu.hpp"
@@ -109,6 +110,24 @@ void showPage(const std::string& page) {
     running.window->open(page);
 }
 
+/// A "--widget" request: the tile's own action where the kind has one in place, else the
+/// widget's page; a kind with no widget placed shows what can be added.
+void showWidget(const std::string& kind) {
+    auto& running = application();
+    auto& state = running.host->state();
+    const Profile* active = nullptr;
+    for (const auto& profile : state.profiles())
+        if (profile.id == state.activeProfileId()) active = &profile;
+    auto id = BarClicks::launchedWidget(kind, state.widgetStore().file(), active);
+    if (!id) return showPage("widgets");
+    auto* host = running.host->widgets();
+    if (host && BarClicks::actsInPlace(*fromCaseName<WidgetKind>(kind))) {
+        host->activate(*id);
+        return;
+    }
+    state.handleEditWidgetRequest(*id);
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -137,7 +156,10 @@ int main(int argc, char* argv[]) {
             .onEditWidget = [](const Uuid&) { showPage("widgets"); },
             .onReconcileWidgetHelpers = [] { if (auto& bar = application().bar) bar->reload(); },
             .onShowPage = [](const std::string& page) { showPage(page); },
-            .onShowWidgetPreview = [](const std::string&) { showPage("widgets"); },
+            .onOpenStack = [](const std::filesystem::path& folder) {
+                if (auto& bar = application().bar) bar->openStack(folder);
+            },
+            .onShowWidgetPreview = [](const std::string& kind) { showWidget(kind); },
             .onSettingsChange = [](const AppSettings&) { if (auto& bar = application().bar) bar->reload(); },
             .onSwitchProgress =
                 [](const std::optional<std::string>& workspace) {
@@ -156,7 +178,10 @@ int main(int argc, char* argv[]) {
         delegate.launchHandler = ^{
           auto& launched = application();
           launched.bar = std::make_unique<BarPanel>(launched.host->state(), launched.live->platform(),
-                                                    launched.host->dataDirectory());
+                                                    launched.host->dataDirectory(), launched.host->widgets());
+          launched.host->setWidgetChangeHandler([](const std::vector<Uuid>& changed) {
+              if (auto& bar = application().bar) bar->widgetsChanged(changed);
+          });
         };
         delegate.terminateHandler = ^{
           auto& quitting = application();

@@ -89,6 +89,19 @@ void BarCompositor::forgetArt() {
     cachedBytes_ = 0;
 }
 
+void BarCompositor::forgetArt(std::size_t tile) {
+    for (auto it = art_.begin(); it != art_.end();) {
+        if (it->first.tile != tile) {
+            ++it;
+            continue;
+        }
+        cachedBytes_ -= it->second.bytes;
+        cairo_surface_destroy(it->second.surface);
+        ages_.erase(it->second.age);
+        it = art_.erase(it);
+    }
+}
+
 void BarCompositor::reset(const BarScene& scene, const BarLayout& layout) {
     int width = static_cast<int>(std::ceil(layout.width() * scale_));
     int height = static_cast<int>(std::ceil(layout.height() * scale_));
@@ -212,12 +225,36 @@ std::optional<Rect> BarCompositor::compose(const BarScene& scene, const BarLayou
         throw std::invalid_argument("bar frame and scene differ in their tile count");
     int width = static_cast<int>(std::ceil(layout.width() * scale_));
     int height = static_cast<int>(std::ceil(layout.height() * scale_));
-    if (!target_ || width != width_ || height != height_ || scene.tiles != tiles_ || !look_ ||
-        look_->style != scene.style || !(look_->theme == scene.theme) || !(look_->metrics == scene.metrics) ||
-        look_->showsProcessIndicators != scene.showsProcessIndicators || look_->indicatorHex != scene.indicatorHex)
+    bool sameLook = target_ && width == width_ && height == height_ && look_ && look_->style == scene.style &&
+                    look_->theme == scene.theme && look_->metrics == scene.metrics &&
+                    look_->showsProcessIndicators == scene.showsProcessIndicators &&
+                    look_->indicatorHex == scene.indicatorHex;
+    // A live widget's new text changes its tile alone: only that tile's art and stretch are
+    // made again, which is what keeps a ticking clock cheap.
+    std::optional<std::pair<double, double>> retiled;
+    if (sameLook && last_ && scene.tiles.size() == tiles_.size() && last_->tiles.size() == frame.tiles.size()) {
+        for (std::size_t i = 0; i < scene.tiles.size(); ++i) {
+            if (scene.tiles[i] == tiles_[i]) continue;
+            forgetArt(i);
+            tiles_[i] = scene.tiles[i];
+            for (const auto& drawn : {frame.tiles[i].drawn, last_->tiles[i].drawn}) {
+                double start = position_ == DockPosition::bottom ? drawn.minX() : drawn.minY();
+                double end = position_ == DockPosition::bottom ? drawn.maxX() : drawn.maxY();
+                retiled = std::pair{std::min(retiled ? retiled->first : start, start - reach(scene)),
+                                    std::max(retiled ? retiled->second : end, end + reach(scene))};
+            }
+        }
+    } else if (!sameLook || scene.tiles != tiles_) {
         reset(scene, layout);
+    }
 
     auto stretch = changedStretch(scene, layout, frame);
+    if (retiled) {
+        double whole = position_ == DockPosition::bottom ? layout.width() : layout.height();
+        retiled = std::pair{std::max(retiled->first, 0.0), std::min(retiled->second, whole)};
+        stretch = stretch ? std::pair{std::min(stretch->first, retiled->first), std::max(stretch->second, retiled->second)}
+                          : retiled;
+    }
     // The chrome changes with the bar's extent, and an animated outline with every moment.
     bool chromeChanged = !chromeBar_ || *chromeBar_ != frame.bar || animatesChrome(scene) || moment.backdrop;
     if (chromeChanged) {

@@ -34,7 +34,8 @@ public:
     double scale() const { return scale_; }
 
     /// Brings the image to `frame` and returns the part of the view, in points, that changed;
-    /// none when nothing did. A new scene or layout size repaints everything.
+    /// none when nothing did. A new look, tile count or layout size repaints everything; tiles
+    /// that changed in place repaint their own stretch.
     std::optional<Rect> compose(const BarScene& scene, const BarLayout& layout, const BarFrame& frame,
                                 const BarMoment& moment = {});
 
@@ -72,6 +73,7 @@ private:
     void paintTile(cairo_t* cr, const BarScene& scene, std::size_t index, const Rect& drawn, TileArtRole role);
     cairo_surface_t* art(const BarScene& scene, std::size_t index, int width, int height, TileArtRole role);
     void forgetArt();
+    void forgetArt(std::size_t tile);
     void drawChrome(const BarScene& scene, const BarLayout& layout, const BarFrame& frame, const BarMoment& moment);
     /// The stretch along the bar (in points) that differs between the last frame and `frame`.
     std::optional<std::pair<double, double>> changedStretch(const BarScene& scene, const BarLayout& layout,

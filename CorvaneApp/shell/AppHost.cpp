@@ -41,8 +41,21 @@ AppHost::AppHost(AppPlatform& platform, std::filesystem::path dataDirectory, App
         settingsChanged(before);
         if (shell) shell(before);
     };
+    // The live widgets follow the widgets file; the state tells of a change when it has brought the
+    // workspaces' placeholders along.
+    callbacks.onReconcileWidgetHelpers = [this, shell = std::move(callbacks.onReconcileWidgetHelpers)] {
+        syncWidgets();
+        if (shell) shell();
+    };
     state_ = std::make_unique<AppState>(std::move(stores), *swapper_, *hotkeys_, *focusMonitor_, *preferences_,
                                         *services_, std::move(callbacks));
+    if (platform.widgetPorts) {
+        widgets_ = std::make_unique<BarWidgetHost>(platform.scheduler, platform.mainQueue, *platform.widgetPorts,
+                                                   platform.makeWidgetQueue, [this](const std::vector<Uuid>& changed) {
+                                                       if (onWidgetChange_) onWidgetChange_(changed);
+                                                   });
+        syncWidgets();
+    }
     state_->scheduleLaunchRequests(requests);
     const auto& settings = state_->settings();
     if (settings.usesOwnDock) {
@@ -76,7 +89,14 @@ void AppHost::shutDown() {
     watcher_.stop();
     if (settingsObserver_) platform_.notifier.removeObserver(*settingsObserver_);
     state_->quit();
+    widgets_.reset();
     if (state_->settings().usesOwnDock) applyNativeDock(true);
+}
+
+void AppHost::syncWidgets() {
+    if (!widgets_ || !state_) return;
+    for (auto kind : widgets_->sync(state_->widgetStore().file()))
+        if (platform_.requestWidgetAccess) platform_.requestWidgetAccess(kind);
 }
 
 void AppHost::applyNativeDock(bool quitting) {

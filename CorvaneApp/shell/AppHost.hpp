@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CorvaneApp/bar/BarWidgetHost.hpp"
 #include "CorvaneApp/shell/AppPlatform.hpp"
 #include "CorvaneApp/shell/DataFileWatcher.hpp"
 #include "CorvaneApp/state/AppState.hpp"
@@ -32,6 +33,11 @@ public:
     AppState& state() { return *state_; }
     const std::filesystem::path& dataDirectory() const { return dataDirectory_; }
     GlobalHotkeyManager& hotkeys() { return *hotkeys_; }
+    /// The live widgets, ticking whether or not a bar draws them; none when the platform gave
+    /// no widget sources.
+    BarWidgetHost* widgets() { return widgets_.get(); }
+    /// Who redraws the tiles of widgets whose reading changed: the bar, where there is one.
+    void setWidgetChangeHandler(BarWidgetHost::ChangeHandler handler) { onWidgetChange_ = std::move(handler); }
 
     /// Takes the quit backup, stops hotkeys, monitors and the file watcher, and gives the
     /// screen back to the macOS Dock as the user had it. Only the first call does anything.
@@ -44,6 +50,7 @@ private:
     /// The Dock reads its look only when it starts.
     void restartDock();
     void settingsChanged(const AppSettings& before);
+    void syncWidgets();
 
     AppPlatform& platform_;
     std::filesystem::path dataDirectory_;
@@ -54,6 +61,8 @@ private:
     std::unique_ptr<AppServices> services_;
     std::unique_ptr<NativeDockController> nativeDock_;
     std::unique_ptr<AppState> state_;
+    std::unique_ptr<BarWidgetHost> widgets_;
+    BarWidgetHost::ChangeHandler onWidgetChange_;
     DataFileWatcher watcher_;
     std::optional<Notifier::ObserverToken> settingsObserver_;
     bool isShutDown_ = false;

@@ -12,14 +12,17 @@
 #include "CorvaneCore/platform/Notifier.hpp"
 #include "CorvaneCore/platform/RunningApplications.hpp"
 #include "CorvaneCore/platform/Scheduler.hpp"
+#include "CorvaneCore/platform/SerialQueue.hpp"
 #include "CorvaneCore/platform/SpacesPreferences.hpp"
 #include "CorvaneCore/platform/SystemFolders.hpp"
 #include "CorvaneCore/platform/UserDefaults.hpp"
 #include "CorvaneCore/platform/WindowList.hpp"
 #include "CorvaneStorage/backup/BackupManager.hpp"
+#include "CorvaneWidgetsUI/live/LiveWidget.hpp"
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -64,6 +67,13 @@ struct AppPlatform {
     std::optional<std::filesystem::path> settingsFile = std::nullopt;
     std::function<std::vector<std::string>()> preferredLanguages = {};
     std::function<void(const std::vector<std::string>&)> setPreferredLanguages = {};
+    /// What the live widgets read and act through; none runs without live widgets.
+    const LiveWidgetPorts* widgetPorts = nullptr;
+    /// A background queue for one slow widget source; none reads them on the main thread.
+    std::function<std::unique_ptr<SerialQueue>()> makeWidgetQueue = {};
+    /// Asks for the system permission a kind of widget needs (calendars, automation of the
+    /// music player, accessibility), once a widget of that kind is placed; none asks nothing.
+    std::function<void(WidgetKind)> requestWidgetAccess = {};
 };
 
 } // namespace corvane

@@ -1,13 +1,16 @@
 #include "CorvaneApp/shell/LivePlatform.hpp"
 
 #include "CorvaneApp/shell/SystemDock.hpp"
+#include "CorvaneCore/bar/DownloadsTile.hpp"
 #include "CorvaneCore/dock/DockPlistPath.hpp"
 #include "CorvaneStorage/storage/StoragePath.hpp"
 #include "platform/posix/PosixProcessRunner.hpp"
 #include "platform/posix/SystemClock.hpp"
+#include "platform/posix/ThreadSerialQueue.hpp"
 #include "platform/posix/ThreadSleeper.hpp"
 
 #ifdef __APPLE__
+#include "platform/macos/CFCalendarAdapter.hpp"
 #include "platform/macos/CFPreferencesDockSettings.hpp"
 #include "platform/macos/CFPreferencesSpacesPreferences.hpp"
 #include "platform/macos/CFPreferencesUserDefaults.hpp"
@@ -15,7 +18,15 @@
 #include "platform/macos/DispatchMainQueue.hpp"
 #include "platform/macos/DistributedNotifier.hpp"
 #include "platform/macos/LibprocProcessTable.hpp"
+#include "platform/macos/EventKitCalendarEvents.hpp"
+#include "platform/macos/IOKitPowerSource.hpp"
+#include "platform/macos/IfaddrsNetworkCounters.hpp"
 #include "platform/macos/LoginItem.hpp"
+#include "platform/macos/MacDesktopActions.hpp"
+#include "platform/macos/MacSystemLoad.hpp"
+#include "platform/macos/MacUserAlerts.hpp"
+#include "platform/macos/MusicNowPlaying.hpp"
+#include "platform/macos/WidgetPermissions.hpp"
 #include "platform/macos/OsLog.hpp"
 #include "platform/macos/SkyLightDesktopServer.hpp"
 #include "platform/macos/SystemFocusStatusProvider.hpp"
@@ -24,6 +35,11 @@
 #include "platform/macos/WorkspaceRunningApplications.hpp"
 #else
 #include "platform/posix/AbsentDesktopServices.hpp"
+#include "platform/posix/LocalTimeCalendar.hpp"
+#include "platform/posix/LogUserAlerts.hpp"
+#include "platform/posix/ProcNetworkCounters.hpp"
+#include "platform/posix/ProcSystemLoad.hpp"
+#include "platform/posix/SysPowerSource.hpp"
 #include "platform/posix/NullNotifier.hpp"
 #include "platform/posix/PlistFileUserDefaults.hpp"
 #include "platform/posix/ProcProcessTable.hpp"
@@ -45,6 +61,13 @@ struct CommonAdapters {
     std::unique_ptr<DockSettings> dockSettings;
     std::function<std::optional<std::string>(bool)> setLaunchesAtLogin;
 };
+
+/// Where new screenshots land unless the user moved them: the Desktop.
+std::filesystem::path screenshotsFolder(const ProcessEnvironment& environment) {
+    auto home = environment.find("HOME");
+    if (home == environment.end() || home->second.empty()) return {};
+    return std::filesystem::path(home->second) / "Desktop";
+}
 
 } // namespace
 
@@ -70,6 +93,15 @@ struct LivePlatform::Adapters : CommonAdapters {
     WorkspaceDesktopEvents desktopEvents;
     CFPreferencesSpacesPreferences spaces;
     std::optional<std::filesystem::path> settingsFile;
+    // What the live widgets read.
+    CFCalendarAdapter calendar;
+    MacUserAlerts alerts;
+    MacSystemLoad load;
+    IOKitPowerSource power;
+    IfaddrsNetworkCounters network;
+    MusicNowPlaying music;
+    EventKitCalendarEvents events;
+    MacDesktopActions desktop;
 };
 #else
 // No macOS Dock to keep out of the way, and no login items.
@@ -90,12 +122,35 @@ struct LivePlatform::Adapters : CommonAdapters {
     AbsentDesktops& desktopEvents = desktops;
     AbsentDesktops& spaces = desktops;
     std::optional<std::filesystem::path> settingsFile;
+    // What the live widgets read; music, calendars, fans and desktop actions have no reading here.
+    LocalTimeCalendar calendar;
+    LogUserAlerts alerts{log};
+    ProcSystemLoad load;
+    SysPowerSource power;
+    ProcNetworkCounters network;
 };
 #endif
 
 LivePlatform::LivePlatform(Options options) : adapters_(std::make_unique<Adapters>(options)) {
     auto& a = *adapters_;
     a.dock = openSystemDock(options.environment, options.dockPlist, a.processes, a.runner, a.clock, a.sleeper);
+    widgetPorts_ = std::make_unique<LiveWidgetPorts>(LiveWidgetPorts{
+        .clock = a.clock,
+        .calendar = a.calendar,
+        .alerts = &a.alerts,
+        .defaults = &a.defaults,
+        .load = &a.load,
+        .power = &a.power,
+        .network = &a.network,
+#ifdef __APPLE__
+        .music = &a.music,
+        .events = &a.events,
+        .desktop = &a.desktop,
+#endif
+        .dataDirectory = options.dataDirectory,
+        .screenshotsFolder = screenshotsFolder(options.environment),
+        .downloadsFolder = DownloadsTile::folder(options.environment),
+    });
     platform_ = std::make_unique<AppPlatform>(AppPlatform{
         .environment = options.environment,
         .clock = a.clock,
@@ -117,6 +172,11 @@ LivePlatform::LivePlatform(Options options) : adapters_(std::make_unique<Adapter
         .dockSettings = a.dockSettings.get(),
         .setLaunchesAtLogin = a.setLaunchesAtLogin,
         .settingsFile = a.settingsFile,
+        .widgetPorts = widgetPorts_.get(),
+        .makeWidgetQueue = [] { return std::unique_ptr<SerialQueue>(std::make_unique<ThreadSerialQueue>()); },
+#ifdef __APPLE__
+        .requestWidgetAccess = WidgetPermissions::request,
+#endif
     });
 }
 

@@ -41,6 +41,7 @@ public:
 private:
     struct Adapters;
     std::unique_ptr<Adapters> adapters_;
+    std::unique_ptr<LiveWidgetPorts> widgetPorts_;
     std::unique_ptr<AppPlatform> platform_;
 };
 

@@ -12,10 +12,12 @@ using namespace corvane;
 
 namespace {
 
-BarScene scene(DockPosition position = DockPosition::bottom, std::string label = "App 3") {
+BarScene scene(DockPosition position = DockPosition::bottom, std::string label = "App 3", int apps = 9,
+               std::string clock = "10:41") {
     std::vector<BarTile> tiles;
-    for (int i = 0; i < 9; ++i)
+    for (int i = 0; i < apps; ++i)
         tiles.push_back({.label = i == 3 ? label : "App " + std::to_string(i), .isRunning = i % 2 == 0});
+    tiles.push_back({.kind = BarTile::Kind::widget, .label = "Clock", .widgetKind = WidgetKind::clock, .caption = clock});
     tiles.push_back({.kind = BarTile::Kind::separator});
     tiles.push_back({.kind = BarTile::Kind::folder, .label = "Projects"});
     tiles.push_back({.kind = BarTile::Kind::trash, .label = "Trash"});
@@ -108,14 +110,35 @@ TEST(BarCompositor, ANewSceneRepaintsEverythingAndOnlyTheHoveredNameChangesAStre
     EXPECT_LT(label->width, layout.width());
     EXPECT_GT(label->maxX(), rest.tiles[4].drawn.maxX());
 
-    auto renamed = scene(DockPosition::bottom, "Renamed");
-    auto again = compositor.compose(renamed, layout, hovered);
+    auto renamed = scene(DockPosition::bottom, "Renamed", 10);
+    BarLayout longer(renamed);
+    auto longerRest = longer.frame(lens);
+    auto again = compositor.compose(renamed, longer, longerRest);
     ASSERT_TRUE(again);
-    EXPECT_EQ(again->width, layout.width());
+    EXPECT_EQ(again->width, longer.width());
     BarCompositor single(2);
-    single.compose(renamed, layout, hovered);
+    single.compose(renamed, longer, longerRest);
     EXPECT_EQ(compositor.image().pixels, single.image().pixels) << "no image of the old tiles is reused";
-    EXPECT_THROW(compositor.compose(renamed, layout, BarFrame{}), std::invalid_argument);
+    EXPECT_THROW(compositor.compose(renamed, longer, BarFrame{}), std::invalid_argument);
+}
+
+TEST(BarCompositor, ALiveTileWithNewTextRepaintsItsOwnStretchOnly) {
+    auto bar = scene();
+    BarLayout layout(bar);
+    BarCompositor compositor(1);
+    auto rest = layout.frame(DockLens{});
+    compositor.compose(bar, layout, rest);
+    auto ticked = scene(DockPosition::bottom, "App 3", 9, "10:42");
+    BarLayout same(ticked);
+    ASSERT_EQ(same.width(), layout.width());
+    auto changed = compositor.compose(ticked, same, rest);
+    ASSERT_TRUE(changed);
+    const auto& clock = rest.tiles[9].drawn;
+    EXPECT_LT(changed->width, layout.width() / 4);
+    EXPECT_LE(changed->minX(), clock.minX());
+    EXPECT_GE(changed->maxX(), clock.maxX());
+    expectAlike(compositor.image(), rasterizeBar(ticked, same, rest, {}), "after the tick");
+    EXPECT_EQ(compositor.compose(ticked, same, rest), std::nullopt) << "the same text again draws nothing";
 }
 
 TEST(BarCompositor, MovedToADenserScreenItDrawsWhatAFreshOneDrawsThere) {

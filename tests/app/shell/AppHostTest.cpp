@@ -3,6 +3,8 @@
 
 #include "app/shell/HostingFixture.hpp"
 #include "CorvaneStorage/backup/WorkspaceBackupStore.hpp"
+#include "CorvaneStorage/widgets/WidgetStore.hpp"
+#include "fakes/FixedOffsetCalendar.hpp"
 
 #include <gtest/gtest.h>
 
@@ -131,4 +133,29 @@ TEST_F(Hosting, ASettingTheToolChangesReachesTheRunningApplication) {
     elsewhere.store(before, after);
     notifier.deliver(std::string(AppPreferences::changedNotification));
     EXPECT_EQ(state.settings().hidesDockWhenCovered, after.hidesDockWhenCovered);
+}
+
+TEST_F(Hosting, TheLiveWidgetsFollowTheWidgetsFileAskForTheirPermissionAndReportTheirChanges) {
+    FixedOffsetCalendar calendar;
+    LiveWidgetPorts ports{.clock = clock, .calendar = calendar};
+    std::vector<WidgetKind> asked;
+    platform.widgetPorts = &ports;
+    platform.requestWidgetAccess = [&](WidgetKind kind) { asked.push_back(kind); };
+    auto& running = start();
+    ASSERT_NE(running.widgets(), nullptr);
+    EXPECT_EQ(running.widgets()->liveCount(), 0u);
+    std::vector<Uuid> changed;
+    running.setWidgetChangeHandler([&](const std::vector<Uuid>& ids) { changed.insert(changed.end(), ids.begin(), ids.end()); });
+
+    // Another process adds a clock: the host makes its model and asks for what its kind needs.
+    auto clockWidget = WidgetStore(data / "widgets.json")
+                           .create(DockWidget(Uuid::generate(), "Clock", std::nullopt, DockWidgetKind::defaults(WidgetKind::clock)));
+    scheduler.advance(DataFileWatcher::defaultInterval);
+    EXPECT_EQ(running.widgets()->liveCount(), 1u);
+    EXPECT_EQ(asked, std::vector{WidgetKind::clock});
+    scheduler.advance(60);
+    EXPECT_TRUE(std::count(changed.begin(), changed.end(), clockWidget.id) >= 1) << "the minute turned";
+
+    host->shutDown();
+    EXPECT_EQ(host->widgets(), nullptr) << "no widget ticks after the host stopped";
 }
