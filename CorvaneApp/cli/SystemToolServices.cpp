@@ -87,14 +87,15 @@ struct SystemToolServices::Adapters {
             [this](const std::optional<std::filesystem::path>& dockPlist) {
                 return openSystemDock(environment, dockPlist, processes, runner, clock, sleeper);
             },
-        .openSecrets = [this](const std::filesystem::path& dataDirectory) -> std::unique_ptr<SecretStore> {
 #ifdef __APPLE__
-            (void)dataDirectory;
+        .openSecrets = [this](const std::filesystem::path&) -> std::unique_ptr<SecretStore> {
             return std::make_unique<KeychainSecretStore>(log);
-#else
-            return std::make_unique<FileSecretStore>(dataDirectory);
-#endif
         },
+#else
+        .openSecrets = [](const std::filesystem::path& dataDirectory) -> std::unique_ptr<SecretStore> {
+            return std::make_unique<FileSecretStore>(dataDirectory);
+        },
+#endif
         .calendar = calendar,
         .http = http,
         .runner = runner,
