@@ -14,8 +14,10 @@ class HttplibServer final : public HttpServer {
 public:
     int bind(const std::string& host, int port, std::size_t largestBody, Screen screen, Handler handler,
              std::string& error) override {
-        // Two threads: calls run one at a time anyway, and a page asks for a few files at once.
-        http_.new_task_queue = [] { return new httplib::ThreadPool(2); };
+        // A thread for each connection a browser keeps open to one host (six in Chromium): a
+        // kept-alive connection holds its thread, and a call on one more would wait for a
+        // connection to time out. Calls still run one at a time, in the command layer.
+        http_.new_task_queue = [] { return new httplib::ThreadPool(8); };
         http_.set_payload_max_length(largestBody);
         // Only SO_REUSEADDR, for a quick restart: the library's default, SO_REUSEPORT, would let a
         // second server (another window, or another program of this user) bind the same port and
