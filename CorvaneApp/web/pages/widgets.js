@@ -1,0 +1,5 @@
+import { h } from '../ui.js';
+
+export async function render(root, { title }) {
+  root.append(h('h1', {}, title));
+}
