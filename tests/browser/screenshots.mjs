@@ -13,6 +13,7 @@ for (const colorScheme of ['light', 'dark']) {
     await window.tool('new', 'Work', '--from-dock', '--color', 'blue');
     await window.tool('new', 'Home', '--color', 'green');
     await window.tool('widgets', 'add', 'timer');
+    await window.tool('switch', 'Work');
     await window.tool('backups', 'take');
     for (const name of pages) {
       await window.page.evaluate((pageName) => window.corvane.openPage(pageName), name);

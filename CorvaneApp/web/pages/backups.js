@@ -1,5 +1,92 @@
-import { h } from '../ui.js';
+import { call, native, inApp } from '../api.js';
+import { h, row, group, section, button, field, note, confirmAction, reportError, announce } from '../ui.js';
+import { rebuildKeepingFocus } from './common.js';
+
+function when(backup) {
+  const date = backup.date ? new Date(backup.date) : null;
+  if (date && !Number.isNaN(date.getTime())) {
+    return date.toLocaleString(undefined, { dateStyle: 'medium', timeStyle: 'short' });
+  }
+  return backup.id;
+}
+
+const REASONS = { manual: 'Taken by hand', launch: 'At launch', quit: 'At quit', switch: 'Before a switch', restore: 'Before a restore' };
 
 export async function render(root, { title }) {
-  root.append(h('h1', {}, title));
+  const lists = h('div');
+  root.append(h('h1', {}, title),
+    h('div', { class: 'footer' }, button('Back Up Now', async () => {
+      try {
+        const reply = await call('backups/take');
+        announce(reply.message ?? 'Backed up.');
+        await refresh();
+      } catch (error) {
+        reportError(error);
+      }
+    }, { kind: 'default' })),
+    lists,
+    transferView());
+
+  async function refresh() {
+    await rebuildKeepingFocus(lists, async () => {
+      const backups = await call('backups');
+      const newestFirst = (items) => [...(items ?? [])].sort((a, b) => String(b.id).localeCompare(String(a.id)));
+      const workspaceRows = newestFirst(backups.workspaces).map((backup) => {
+        const label = when(backup);
+        return row(label, restoreButton(backup.id, `the workspaces as they were ${label}`, `Restore Workspaces from ${label}`),
+          REASONS[backup.reason] ?? backup.reason ?? '');
+      });
+      const dockRows = newestFirst(backups.dock).map((backup) => {
+        const label = backup.date ? when(backup) : backup.id.replace(/^dock-|\.plist$/g, '');
+        return row(label, restoreButton(backup.id, `the Dock as it was ${label}`, `Restore Dock from ${label}`));
+      });
+      return [
+        section('Workspace Backups', group(...(workspaceRows.length ? workspaceRows : [note('No workspace backups yet.')]))),
+        section('Dock Backups', group(...(dockRows.length ? dockRows : [note('No Dock backups yet.')]))),
+      ];
+    });
+  }
+
+  function restoreButton(id, what, name) {
+    return button('Restore…', async () => {
+      if (!await confirmAction(`Restore ${what}?`, 'What is there now is backed up first, so this can be undone.', 'Restore', false)) return;
+      try {
+        const reply = await call('backups/restore', { backup: id });
+        announce(reply.message ?? 'Restored.');
+        await refresh();
+      } catch (error) {
+        reportError(error);
+      }
+    }, { name, kind: '', title: id });
+  }
+
+  function transferView() {
+    const exportPath = field('Export File', '', () => {}, { placeholder: '~/Desktop/Workspaces.json', width: '260px' });
+    const importPath = field('Import File', '', () => {}, { placeholder: '~/Desktop/Workspaces.json', width: '260px' });
+    const exportButton = button(inApp() ? 'Export…' : 'Export', async () => {
+      let file = exportPath.value.trim();
+      if (inApp()) file = (await native('save-panel', { name: 'Workspaces.json' }))?.path ?? '';
+      if (!file) { exportPath.focus(); return; }
+      try {
+        announce((await call('export', { file })).message ?? 'Exported.');
+      } catch (error) {
+        reportError(error);
+      }
+    }, { name: 'Export Workspaces' });
+    const importButton = button(inApp() ? 'Import…' : 'Import', async () => {
+      let file = importPath.value.trim();
+      if (inApp()) file = (await native('open-panel', { kind: 'json' }))?.paths?.[0] ?? '';
+      if (!file) { importPath.focus(); return; }
+      try {
+        announce((await call('import', { file })).message ?? 'Imported.');
+      } catch (error) {
+        reportError(error);
+      }
+    }, { name: 'Import Workspaces' });
+    return section('Export and Import', group(
+      row('Export every workspace to a file', [inApp() ? null : exportPath, exportButton], 'Another Mac can import it.'),
+      row('Import workspaces from a file', [inApp() ? null : importPath, importButton], 'They are added beside the ones here.')));
+  }
+
+  await refresh();
 }
