@@ -40,7 +40,9 @@ export async function openWindow({ colorScheme = 'light', page: pageName } = {})
   const context = await browser.newContext({ colorScheme, viewport: { width: 960, height: 720 } });
   const page = await context.newPage();
   const errors = [];
-  page.on('console', (message) => { if (message.type() === 'error') errors.push(message.text()); });
+  page.on('console', (message) => {
+    if (message.type() === 'error') errors.push(`${message.text()} (${message.location().url})`);
+  });
   page.on('pageerror', (error) => errors.push(String(error)));
   page.on('dialog', (dialog) => { errors.push(`unexpected ${dialog.type()}: ${dialog.message()}`); dialog.dismiss(); });
   const address = pageName ? url.replace('#', `#page=${pageName}&`) : url;

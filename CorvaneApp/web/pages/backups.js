@@ -37,7 +37,9 @@ export async function render(root, { title }) {
           REASONS[backup.reason] ?? backup.reason ?? '');
       });
       const dockRows = newestFirst(backups.dock).map((backup) => {
-        const label = backup.date ? when(backup) : backup.id.replace(/^dock-|\.plist$/g, '');
+        // Dock backups are named by their moment: dock-2026-11-25T21-38-39.160Z.plist.
+        const stamp = /^dock-(\d{4}-\d\d-\d\d)T(\d\d)-(\d\d)-(\d\d(?:\.\d+)?Z)/.exec(backup.id);
+        const label = when(backup.date || !stamp ? backup : { date: `${stamp[1]}T${stamp[2]}:${stamp[3]}:${stamp[4]}` });
         return row(label, restoreButton(backup.id, `the Dock as it was ${label}`, `Restore Dock from ${label}`));
       });
       return [

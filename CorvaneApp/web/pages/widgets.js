@@ -4,23 +4,23 @@ import { rebuildKeepingFocus } from './common.js';
 
 // Every kind the widgets file knows, in the gallery's order, with a sign and one line about it.
 const KINDS = [
-  ['timer', 'Timer', '⏲', 'Counts down from a preset.'],
+  ['timer', 'Timer', '◴', 'Counts down from a preset.'],
   ['pomodoro', 'Pomodoro', '◔', 'Focus and break rounds.'],
-  ['stopwatch', 'Stopwatch', '⏱', 'Counts up, with laps.'],
+  ['stopwatch', 'Stopwatch', '◶', 'Counts up, with laps.'],
   ['clock', 'Clock', '◷', 'The time here or elsewhere.'],
-  ['countdown', 'Countdown', '⌛', 'Days until a date.'],
+  ['countdown', 'Countdown', '◒', 'Days until a date.'],
   ['timeProgress', 'Time Progress', '▰', 'How much of the day or year is gone.'],
   ['calendar', 'Calendar', '▦', 'Your next events.'],
   ['reminders', 'Reminders', '☑', 'Reminders due soon.'],
   ['weather', 'Weather', '☀', 'Now and the next days.'],
   ['claudeUsage', 'Claude Code Usage', '◆', 'Tokens used and the plan limits.'],
-  ['github', 'GitHub', '⑂', 'Pull requests and contributions.'],
+  ['github', 'GitHub', '◇', 'Pull requests and contributions.'],
   ['music', 'Music', '♫', 'What is playing.'],
   ['battery', 'Battery', '▮', 'Charge of the Mac and devices.'],
   ['activity', 'Activity', '▲', 'Processor and memory.'],
   ['network', 'Network', '⇅', 'Traffic up and down.'],
   ['note', 'Note', '✎', 'A few lines to keep in sight.'],
-  ['shortcut', 'Shortcut', '⌘', 'Runs a shortcut.'],
+  ['shortcut', 'Shortcut', '▶', 'Runs a shortcut.'],
   ['airdrop', 'AirDrop', '◎', 'Drop files to send them.'],
   ['pet', 'Pet', '●', 'A pet that roams the Dock.'],
   ['water', 'Water', '◍', 'Glasses drunk today.'],
@@ -33,7 +33,7 @@ const KINDS = [
   ['shelf', 'Shelf', '⊟', 'Keep files for a moment.'],
   ['converter', 'Converter', '⇄', 'Units and currencies.'],
   ['fans', 'Fans', '✲', 'Fan speeds and temperatures.'],
-  ['keyboardLock', 'Keyboard Lock', '⌨', 'Lock the keys to clean them.'],
+  ['keyboardLock', 'Keyboard Lock', '▤', 'Lock the keys to clean them.'],
   ['collection', 'Collection', '⧉', 'Several widgets in one place.'],
 ];
 
