@@ -30,7 +30,7 @@ struct DecodedCall {
 /// keys are the command's options without dashes ("color", "from-dock", "span") and its
 /// positional arguments by their help name in lower case ("workspace", "name"). Flags take true
 /// or false, options a string or a number, and repeated ones an array.
-DecodedCall decodeCall(std::string_view words, std::string_view body);
+DecodedCall decodeCall(std::string_view words, std::string_view body, ToolServices& services);
 
 /// The tool's commands as calls that take and give JSON: the vocabulary the window speaks. Each
 /// call runs the very command the terminal runs, on the same data folder, one at a time.

@@ -1,5 +1,7 @@
 #include "CorvaneApp/cli/AgentCommand.hpp"
 
+#include "CorvaneApp/api/ApiServer.hpp"
+#include "CorvaneApp/api/CommandApi.hpp"
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneApp/shell/AppHost.hpp"
 #include "CorvaneApp/shell/LivePlatform.hpp"
@@ -40,7 +42,28 @@ void announceActive(AppState& state, std::ostream& out) {
     out << "Active workspace: " << name << std::endl;
 }
 
-void runAgent(ToolContext& context, bool verbose) {
+/// Opens `url` in the default browser.
+void openInBrowser(ToolContext& context, const std::string& url) {
+#ifdef __APPLE__
+    std::string opener = "/usr/bin/open";
+#else
+    std::string opener = "/usr/bin/xdg-open";
+#endif
+    try {
+        context.services.runner.run(
+            {.executable = opener, .arguments = {url}, .environment = context.services.environment, .timeout = 10});
+    } catch (const std::exception&) {
+        // The address is printed above, for opening by hand.
+    }
+}
+
+struct Window {
+    int port = 0;
+    bool opens = false;
+};
+
+/// The agent; with a window, it also serves the window's pages and calls on the loopback address.
+void runAgent(ToolContext& context, bool verbose, std::optional<Window> window = std::nullopt) {
     auto dataDirectory = context.dataDirectory();
     {
         // First, so that every thread started below leaves the two signals to this one.
@@ -52,6 +75,16 @@ void runAgent(ToolContext& context, bool verbose) {
         });
         std::optional<std::filesystem::path> dockPlist;
         if (context.dockPlistOption) dockPlist = *context.dockPlistOption;
+        std::optional<CommandApi> api;
+        std::optional<ApiServer> server;
+        if (window) {
+            api.emplace(context.services, CommandApi::Options{dataDirectory, dockPlist});
+            server.emplace(*api, makeSecret(), window->port);
+            std::string error;
+            if (!server->start(error)) throw std::runtime_error("the window cannot be served: " + error);
+            context.out << server->url() << std::endl;
+            if (window->opens) openInBrowser(context, server->url());
+        }
         auto environment = context.services.environment;
         auto live = std::make_unique<LivePlatform>(LivePlatform::Options{
             .environment = environment,
@@ -72,6 +105,7 @@ void runAgent(ToolContext& context, bool verbose) {
         loop = &live->mainLoop();
         if (!stopRequested) live->mainLoop().run();
         host.shutDown();
+        if (server) server->stop();
         out << "Stopped." << std::endl;
     }
     if (auto threads = threadCount(); threads && *threads > 1)
@@ -87,6 +121,20 @@ void addAgentCommand(CLI::App& app, ToolContext& context) {
                  "made by other processes, and takes a backup when it stops");
     agent->add_flag("--verbose", *verbose, "Write the log to stderr");
     agent->callback([&context, verbose] { runAgent(context, *verbose); });
+
+    struct UiArguments {
+        int port = 0;
+        bool opens = false;
+        bool verbose = false;
+    };
+    auto args = std::make_shared<UiArguments>();
+    auto* ui = app.add_subcommand(
+        "ui", "Run Corvane as agent does, and serve its window on 127.0.0.1: the first line printed is the "
+              "address to open, with a secret that changes every run");
+    ui->add_option("--port", args->port, "The port (default: a free one)")->check(CLI::Range(0, 65535));
+    ui->add_flag("--open", args->opens, "Open the window in the default browser");
+    ui->add_flag("--verbose", args->verbose, "Write the log to stderr");
+    ui->callback([&context, args] { runAgent(context, args->verbose, Window{args->port, args->opens}); });
 }
 
 } // namespace corvane

@@ -36,7 +36,7 @@ std::span<const CommandGroup> commandGroups() {
         {"themes icons stack", addLooksCommands},
         {"preview", addPreviewCommand},
         {"usage", addUsageCommands},
-        {"agent", addAgentCommand},
+        {"agent ui", addAgentCommand},
     };
     return groups;
 }
@@ -88,7 +88,19 @@ std::span<const CommandGroup> groupsFor(int argc, const char* const* argv) {
 } // namespace
 
 int runTool(int argc, const char* const* argv, ToolServices& services, std::ostream& out, std::ostream& err) {
-    ToolContext context{services, out, std::nullopt};
+    ToolStreams streams{out, err};
+    return runTool(argc, argv, services, streams);
+}
+
+int runTool(int argc, const char* const* argv, ToolServices& services, ToolStreams& streams) {
+    auto& out = streams.out;
+    auto& err = streams.err;
+    ToolContext context{services, out, std::nullopt, std::nullopt, streams.in, {}};
+    struct KeepMade {
+        ToolStreams& streams;
+        ToolContext& context;
+        ~KeepMade() { streams.made = std::move(context.made); }
+    } keep{streams, context};
     CLI::App app{"Corvane keeps named Dock layouts (workspaces) and switches between them.", "corvane"};
     app.require_subcommand(1);
     app.fallthrough();

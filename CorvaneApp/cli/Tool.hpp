@@ -3,6 +3,8 @@
 #include "CorvaneApp/cli/ToolContext.hpp"
 
 #include <iosfwd>
+#include <map>
+#include <string>
 #include <span>
 #include <string_view>
 
@@ -22,8 +24,17 @@ struct CommandGroup {
 /// Every command of the tool, in the order of its help.
 std::span<const CommandGroup> commandGroups();
 
+/// Where one run of the tool reads and writes, and what it made.
+struct ToolStreams {
+    std::ostream& out;
+    std::ostream& err;
+    std::istream* in = nullptr;
+    std::map<std::string, std::string> made;
+};
+
 /// Runs one command line of the `corvane` tool: 0 on success, 1 when the command failed,
 /// 2 for a usage error. Errors are one line on `err`, "corvane: " + the message.
 int runTool(int argc, const char* const* argv, ToolServices& services, std::ostream& out, std::ostream& err);
+int runTool(int argc, const char* const* argv, ToolServices& services, ToolStreams& streams);
 
 } // namespace corvane

@@ -17,6 +17,7 @@
 #include <functional>
 #include <memory>
 #include <iosfwd>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -58,6 +59,10 @@ struct ToolContext {
     std::ostream& out;
     std::optional<std::string> dataDirOption;
     std::optional<std::string> dockPlistOption;
+    /// Standard input, for commands given "-" as their file; none where there is nothing to read.
+    std::istream* in = nullptr;
+    /// What a command made, by name ("id"), for callers that want more than the printed text.
+    std::map<std::string, std::string> made;
 
     /// `--data-dir`, else `CORVANE_APP_SUPPORT_DIR`, else the default data folder.
     std::filesystem::path dataDirectory() const;

@@ -282,6 +282,7 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
         Stores stores(context);
         auto widget =
             stores.widgets.create(DockWidget(Uuid::generate(), name, std::nullopt, kind, args->span));
+        context.made["id"] = widget.id.string();
         out << widget.id.string() << "\n";
     });
 

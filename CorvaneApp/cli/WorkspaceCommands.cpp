@@ -182,7 +182,9 @@ void addWorkspaceCommands(CLI::App& app, ToolContext& context) {
         // Without a colour, each new workspace takes the next one of the palette.
         profile.color = args->color ? parseColor(*args->color)
                                  : kAllProfileColors[store.file().profiles.size() % kAllProfileColors.size()];
-        out << store.create(profile).id.string() << "\n";
+        auto id = store.create(profile).id.string();
+        context.made["id"] = id;
+        out << id << "\n";
     });
 
     auto* rename = app.add_subcommand("rename", "Give a workspace another name");
