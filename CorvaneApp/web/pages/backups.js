@@ -1,5 +1,5 @@
 import { call, native, inApp } from '../api.js';
-import { h, row, group, section, button, field, note, confirmAction, reportError, announce } from '../ui.js';
+import { h, row, group, section, button, note, confirmAction, reportError, announce } from '../ui.js';
 import { rebuildKeepingFocus } from './common.js';
 
 function when(backup) {
@@ -62,32 +62,49 @@ export async function render(root, { title }) {
     }, { name, kind: '', title: id });
   }
 
+  // In the app the system's panels pick the file; in a browser the export is downloaded and the
+  // import read from a chosen file, both through standard input and output ("-").
   function transferView() {
-    const exportPath = field('Export File', '', () => {}, { placeholder: '~/Desktop/Workspaces.json', width: '260px' });
-    const importPath = field('Import File', '', () => {}, { placeholder: '~/Desktop/Workspaces.json', width: '260px' });
-    const exportButton = button(inApp() ? 'Export…' : 'Export', async () => {
-      let file = exportPath.value.trim();
-      if (inApp()) file = (await native('save-panel', { name: 'Workspaces.json' }))?.path ?? '';
-      if (!file) { exportPath.focus(); return; }
+    const exportButton = button('Export…', async () => {
       try {
-        announce((await call('export', { file })).message ?? 'Exported.');
+        if (inApp()) {
+          const file = (await native('save-panel', { name: 'Workspaces.json' }))?.path;
+          if (file) announce((await call('export', { file })).message ?? 'Exported.');
+          return;
+        }
+        const exported = await call('export', { file: '-' });
+        const link = h('a', { href: URL.createObjectURL(new Blob([JSON.stringify(exported, null, 2)], { type: 'application/json' })), download: 'Workspaces.json' });
+        link.click();
+        setTimeout(() => URL.revokeObjectURL(link.href), 1000);
+        announce('Exported the workspaces.');
       } catch (error) {
         reportError(error);
       }
     }, { name: 'Export Workspaces' });
-    const importButton = button(inApp() ? 'Import…' : 'Import', async () => {
-      let file = importPath.value.trim();
-      if (inApp()) file = (await native('open-panel', { kind: 'json' }))?.paths?.[0] ?? '';
-      if (!file) { importPath.focus(); return; }
+
+    const chooser = h('input', { type: 'file', accept: '.json,application/json', hidden: true, 'aria-label': 'Workspaces File' });
+    chooser.addEventListener('change', async () => {
+      const file = chooser.files?.[0];
+      chooser.value = '';
+      if (!file) return;
       try {
-        announce((await call('import', { file })).message ?? 'Imported.');
+        announce((await call('import', { file: '-', stdin: await file.text() })).message ?? 'Imported.');
+      } catch (error) {
+        reportError(error);
+      }
+    });
+    const importButton = button('Import…', async () => {
+      if (!inApp()) { chooser.click(); return; }
+      try {
+        const file = (await native('open-panel', { kind: 'json' }))?.paths?.[0];
+        if (file) announce((await call('import', { file })).message ?? 'Imported.');
       } catch (error) {
         reportError(error);
       }
     }, { name: 'Import Workspaces' });
     return section('Export and Import', group(
-      row('Export every workspace to a file', [inApp() ? null : exportPath, exportButton], 'Another Mac can import it.'),
-      row('Import workspaces from a file', [inApp() ? null : importPath, importButton], 'They are added beside the ones here.')));
+      row('Export every workspace to a file', exportButton, 'Another Mac can import it.'),
+      row('Import workspaces from a file', [chooser, importButton], 'They are added beside the ones here.')));
   }
 
   await refresh();
