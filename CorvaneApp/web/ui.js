@@ -116,6 +116,27 @@ export function field(label, value, onCommit, { type = 'text', placeholder, widt
   return input;
 }
 
+/** A slider with its value beside it; saves when the person lets go (or on each arrow key). */
+export function slider(label, value, { min, max, step, unit = '' }, onCommit) {
+  const input = h('input', { type: 'range', 'aria-label': label, min, max, step, value });
+  const output = h('span', { class: 'secondary' });
+  const show = () => { output.textContent = `${Number(input.value)}${unit}`; };
+  show();
+  let committed = input.value;
+  input.addEventListener('input', show);
+  input.addEventListener('change', async () => {
+    try {
+      await onCommit(Number(input.value));
+      committed = input.value;
+    } catch (error) {
+      input.value = committed;
+      show();
+      reportError(error);
+    }
+  });
+  return [input, output];
+}
+
 export function announce(text) {
   const announcer = document.getElementById('announcer');
   if (!announcer) return;

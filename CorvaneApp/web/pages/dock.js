@@ -1,5 +1,5 @@
 import { call } from '../api.js';
-import { h, row, group, section, popup, toggle, field, note, reportError } from '../ui.js';
+import { h, row, group, section, popup, toggle, field, slider, note } from '../ui.js';
 import { Preferences } from '../settings.js';
 
 const POSITIONS = [['bottom', 'Bottom'], ['left', 'Left'], ['right', 'Right']];
@@ -9,27 +9,6 @@ const INDICATORS = [['dot', 'Dot'], ['dash', 'Dash']];
 const TRASH_ICONS = [['system', 'System'], ['wire', 'Wire'], ['aqua', 'Aqua'], ['steel', 'Steel'], ['snow', 'Snow'], ['neon', 'Neon'], ['recycle', 'Recycle']];
 const NATIVE_MODES = [['unchanged', 'Leave It Alone'], ['autoHide', 'Hide Automatically'], ['hidden', 'Keep It Hidden']];
 const AUTO_HIDE = [['', 'Let Corvane Decide'], ['true', 'Always'], ['false', 'Never']];
-
-/** A slider with its value beside it; saves when the person lets go (or on each arrow key). */
-function slider(label, value, { min, max, step, unit = '' }, onCommit) {
-  const input = h('input', { type: 'range', 'aria-label': label, min, max, step, value });
-  const output = h('span', { class: 'secondary' });
-  const show = () => { output.textContent = `${Number(input.value)}${unit}`; };
-  show();
-  let committed = input.value;
-  input.addEventListener('input', show);
-  input.addEventListener('change', async () => {
-    try {
-      await onCommit(Number(input.value));
-      committed = input.value;
-    } catch (error) {
-      input.value = committed;
-      show();
-      reportError(error);
-    }
-  });
-  return [input, output];
-}
 
 export async function render(root, { title }) {
   const prefs = await Preferences.load();

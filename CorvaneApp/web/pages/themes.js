@@ -1,5 +1,5 @@
 import { call } from '../api.js';
-import { h, row, group, section, button, popup, field, note, reportError, announce } from '../ui.js';
+import { h, row, group, section, button, popup, field, toggle, slider, note, reportError, announce } from '../ui.js';
 import { Preferences } from '../settings.js';
 
 export async function render(root, { title }) {
@@ -39,6 +39,17 @@ export async function render(root, { title }) {
     section('Themes', gallery(list.filter((theme) => !theme.seasonal))),
     section('Seasonal Themes', gallery(list.filter((theme) => theme.seasonal))),
   );
+  const customiser = h('div');
+  const chosenTheme = () => list.find((theme) => theme.id === (prefs.style('themeID') ?? 'native')) ?? list[0];
+  customiser.append(customisation(prefs, chosenTheme()));
+  prefs.addEventListener('change', (event) => {
+    if (event.detail.name !== 'dockStyle') return;
+    const theme = chosenTheme();
+    if (customiser.dataset.theme !== theme.id) customiser.replaceChildren(customisation(prefs, theme));
+    customiser.dataset.theme = theme.id;
+  });
+  customiser.dataset.theme = chosenTheme()?.id ?? '';
+  root.append(customiser);
   markChosen(prefs.style('themeID') ?? list.find((theme) => theme.chosen)?.id ?? 'native');
 
   const packList = Array.isArray(packs) ? packs : packs.packs ?? [];
@@ -71,4 +82,56 @@ export async function render(root, { title }) {
         h('div', { class: 'row-label' }, h('span', { class: 'title' }, 'Icon for one app'), answer),
         h('div', { class: 'row-control' }, appPath, appPack, apply)),
     )));
+}
+
+/** Overrides laid over the chosen theme; a field left alone keeps the theme's own value. */
+function customisation(prefs, theme) {
+  if (!theme) return h('div');
+  const image = h('img', { alt: `Preview of ${theme.name} as customised` });
+  const redraw = () => call('preview', { theme: theme.id, size: 48, width: 700, output: '-' })
+    .then((reply) => { image.src = reply.image; }, () => {});
+  const current = () => ({ ...(prefs.style('themeCustomizations')?.[theme.id] ?? {}) });
+  const save = async (key, value) => {
+    const custom = current();
+    if (value === null) delete custom[key];
+    else custom[key] = value;
+    const all = { ...(prefs.style('themeCustomizations') ?? {}) };
+    if (Object.keys(custom).length) all[theme.id] = custom;
+    else delete all[theme.id];
+    await prefs.setStyle('themeCustomizations', all);
+    await redraw();
+  };
+  const value = (key) => current()[key] ?? theme[key] ?? theme.background?.[key];
+  const colour = (key, label) => {
+    const input = h('input', { type: 'color', 'aria-label': label, value: /^#[0-9a-f]{6}$/i.test(value(key) ?? '') ? value(key) : '#888888' });
+    input.addEventListener('change', () => save(key, input.value.toUpperCase()).catch(reportError));
+    return input;
+  };
+  const flag = (key, label, themeDefault) => toggle(label, current()[key] ?? themeDefault, (on) => save(key, on));
+  redraw();
+  return section(`Customise ${theme.name}`,
+    group(h('div', { class: 'preview' }, image)),
+    group(
+      row('Background', [colour('topHex', 'Background Top Colour'), colour('bottomHex', 'Background Bottom Colour')]),
+      row('Opacity', slider('Opacity', value('opacity') ?? 1, { min: 0, max: 1, step: 0.05 }, (v) => save('opacity', v))),
+      row('Border', [colour('borderHex', 'Border Colour'),
+        ...slider('Border Width', value('borderWidth') ?? 0, { min: 0, max: 4, step: 0.5, unit: ' pt' }, (v) => save('borderWidth', v)),
+        flag('showsBorder', 'Show Border', (theme.borderWidth ?? 0) > 0)]),
+      row('Glow', [colour('glowHex', 'Glow Colour'), flag('showsGlow', 'Show Glow', !!theme.glowHex)]),
+      row('Corner rounding', slider('Corner Rounding', value('cornerRadiusScale') ?? 0.4, { min: 0, max: 0.6, step: 0.02 },
+        (v) => save('cornerRadiusScale', v))),
+      row('Reflections', toggle('Reflections', value('showsReflections') ?? false, (on) => save('showsReflections', on))),
+      row('Separator', colour('separatorHex', 'Separator Colour')),
+    ),
+    h('div', { class: 'footer' }, button('Use Theme As It Comes', async () => {
+      const all = { ...(prefs.style('themeCustomizations') ?? {}) };
+      delete all[theme.id];
+      try {
+        await prefs.setStyle('themeCustomizations', all);
+        announce(`${theme.name} is back as it comes.`);
+        await window.corvane.openPage('themes');
+      } catch (error) {
+        reportError(error);
+      }
+    })));
 }
