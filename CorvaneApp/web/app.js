@@ -1,5 +1,5 @@
 // api.js first: it takes the secret out of the address before the page reads the address.
-import './api.js';
+import { call } from './api.js';
 import { h, reportError } from './ui.js';
 
 // The sidebar, in the order System Settings would list them. Icons are plain characters so the
@@ -81,7 +81,7 @@ export async function openPage(name) {
 
 /** Paths dropped on the window from the Finder: pages that take files say so by listening. */
 function droppedPaths(paths) {
-  panel.dispatchEvent(new CustomEvent('corvane-dropped-paths', { bubbles: true, detail: { paths } }));
+  (panel.firstElementChild ?? panel).dispatchEvent(new CustomEvent('corvane-dropped-paths', { bubbles: true, detail: { paths } }));
 }
 
 window.corvane = { openPage, droppedPaths, get page() { return current; } };
@@ -91,4 +91,15 @@ window.addEventListener('hashchange', () => {
   const name = pageFromHash();
   if (name && name !== current) openPage(name);
 });
-openPage(pageFromHash() ?? 'workspaces');
+/** A first run, with nothing made yet, opens on the welcome. */
+async function firstPage() {
+  try {
+    const [prefs, list] = await Promise.all([call('prefs'), call('list')]);
+    if (!prefs.onboardingVersion && !(list.profiles ?? []).length) return 'onboarding';
+  } catch {
+    // The workspaces page says what is wrong with the tool, if anything is.
+  }
+  return 'workspaces';
+}
+
+openPage(pageFromHash() ?? await firstPage());

@@ -1,6 +1,6 @@
 // Starts `corvane ui` on a throw-away data folder with a copy of the sample Dock, and opens its
 // window in headless Chromium.
-import { spawn } from 'node:child_process';
+import { spawn, spawnSync } from 'node:child_process';
 import { cpSync, mkdtempSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import path from 'node:path';
@@ -18,6 +18,24 @@ function firstLine(stream) {
     lines.once('line', (line) => { resolve(line.trim()); lines.close(); });
     lines.once('close', () => reject(new Error('corvane ui printed no URL')));
   });
+}
+
+/** Whether this build of the tool has a command ("tiles move"), for tests of newer commands. */
+export function toolHas(words) {
+  // An unknown subcommand can come back as its parent's help, so the usage line must name it.
+  const run = spawnSync(corvaneBinary, [...words.split(' '), '--help'], { encoding: 'utf8' });
+  return run.status === 0 && run.stdout.includes(`Usage: corvane ${words} `);
+}
+
+/** Whether `preview -o -` writes the picture to standard output (older builds wrote a file "-"). */
+export function previewWritesToStdout() {
+  const dir = mkdtempSync(path.join(tmpdir(), 'corvane-preview-'));
+  try {
+    const run = spawnSync(corvaneBinary, ['--data-dir', dir, 'preview', '-o', '-'], { cwd: dir });
+    return run.status === 0 && run.stdout.subarray(0, 4).toString('latin1') === '\x89PNG';
+  } finally {
+    rmSync(dir, { recursive: true, force: true });
+  }
 }
 
 /** A running `corvane ui` and a page on it; `errors` collects console errors and page faults. */

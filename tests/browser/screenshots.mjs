@@ -17,7 +17,8 @@ for (const colorScheme of ['light', 'dark']) {
     await window.tool('backups', 'take');
     for (const name of pages) {
       await window.page.evaluate((pageName) => window.corvane.openPage(pageName), name);
-      await window.page.waitForFunction(() => !document.getElementById('page').hasAttribute('aria-busy'));
+      await window.page.waitForFunction(() => document.querySelector('[role="tab"][aria-selected="true"]') &&
+        !document.getElementById('page').hasAttribute('aria-busy'));
       await window.page.waitForTimeout(300);
       await window.page.screenshot({ path: path.join(out, `${name}-${colorScheme}.png`), fullPage: false });
     }

@@ -2,7 +2,7 @@
 // and accessible name, so each test is also a check that a person with a screen reader finds them.
 import { test } from 'node:test';
 import assert from 'node:assert/strict';
-import { openWindow } from './harness.mjs';
+import { openWindow, toolHas, previewWritesToStdout } from './harness.mjs';
 
 const PAGES = [['general', 'General'], ['workspaces', 'Workspaces'], ['dock', 'Own Dock'], ['themes', 'Themes & Icons'],
   ['widgets', 'Widgets'], ['backups', 'Backups'], ['permissions', 'Permissions'], ['onboarding', 'Welcome']];
@@ -21,7 +21,8 @@ async function withWindow(options, body) {
 }
 
 async function settled(page) {
-  await page.waitForFunction(() => !document.getElementById('page').hasAttribute('aria-busy'));
+  await page.waitForFunction(() => document.querySelector('[role="tab"][aria-selected="true"]') &&
+    !document.getElementById('page').hasAttribute('aria-busy'));
 }
 
 async function openPage(page, title) {
@@ -49,6 +50,22 @@ test('every page loads with no console error, and names with markup show as text
   });
 });
 
+test('a first run opens on the welcome, which makes the first workspace from the Dock', async () => {
+  await withWindow({}, async ({ page, tool }) => {
+    await settled(page);
+    assert.equal(await page.getByRole('tab', { name: 'Welcome' }).getAttribute('aria-selected'), 'true');
+    await page.getByRole('button', { name: 'Create First Workspace' }).click();
+    await page.getByText('Made "Main" from your Dock.').waitFor();
+    const file = await tool('list', '--json');
+    assert.equal(file.profiles[0].name, 'Main');
+    assert.equal(file.activeProfileId, file.profiles[0].id);
+    assert.ok(file.profiles[0].items.length > 0);
+    await page.getByRole('button', { name: 'Done' }).click();
+    await page.getByRole('button', { name: 'Main', exact: true }).waitFor();
+    assert.equal((await tool('prefs', '--json')).onboardingVersion, 1);
+  });
+});
+
 test('a page named in the address opens first, and the secret leaves the address', async () => {
   await withWindow({ page: 'backups' }, async ({ page }) => {
     await settled(page);
@@ -59,7 +76,7 @@ test('a page named in the address opens first, and the secret leaves the address
   });
 });
 
-test('create, rename, reorder and delete a workspace', async () => {
+test('create, rename, reorder and delete a workspace', { skip: !toolHas('move') && 'needs corvane move' }, async () => {
   await withWindow({}, async ({ page, tool }) => {
     await tool('new', 'Mail');
     await openPage(page, 'Workspaces');
@@ -95,7 +112,7 @@ test('create, rename, reorder and delete a workspace', async () => {
   });
 });
 
-test("a workspace's tiles can be added, moved and removed", async () => {
+test("a workspace's tiles can be added, moved and removed", { skip: !toolHas('tiles add') && 'needs corvane tiles' }, async () => {
   await withWindow({}, async ({ page, tool }) => {
     await tool('new', 'Work', '--from-dock');
     await openPage(page, 'Workspaces');
@@ -135,7 +152,7 @@ test('recording a hotkey saves it, and a taken one is refused with its reason', 
   });
 });
 
-test('changing a bar setting redraws the preview', async () => {
+test('changing a bar setting redraws the preview', { skip: !previewWritesToStdout() && 'needs corvane preview -o -' }, async () => {
   await withWindow({}, async ({ page, tool }) => {
     await tool('new', 'Work', '--from-dock');
     await tool('switch', 'Work');
@@ -152,7 +169,7 @@ test('changing a bar setting redraws the preview', async () => {
   });
 });
 
-test('add a widget, edit its settings and show it in a workspace', async () => {
+test('add a widget, edit its settings and show it in a workspace', { skip: !toolHas('widgets set') && 'needs corvane widgets set' }, async () => {
   await withWindow({}, async ({ page, tool }) => {
     await tool('new', 'Work');
     await openPage(page, 'Widgets');
@@ -194,7 +211,7 @@ test('restoring a backup asks first, then puts the workspaces back', async () =>
 });
 
 test('the keyboard alone reaches a page and makes a workspace', async () => {
-  await withWindow({}, async ({ page, tool }) => {
+  await withWindow({ page: 'workspaces' }, async ({ page, tool }) => {
     await settled(page);
     const hasFocus = (locator) => locator.evaluate((element) => element === document.activeElement);
     await page.keyboard.press('Tab');
