@@ -27,6 +27,12 @@ export function toolHas(words) {
   return run.status === 0 && run.stdout.includes(`Usage: corvane ${words} `);
 }
 
+/** Whether the help of a command mentions `text` (what older builds lack, like "- for standard input"). */
+export function toolHelpSays(words, text) {
+  const run = spawnSync(corvaneBinary, [...words.split(' '), '--help'], { encoding: 'utf8' });
+  return run.status === 0 && run.stdout.includes(text);
+}
+
 /** Whether `preview -o -` writes the picture to standard output (older builds wrote a file "-"). */
 export function previewWritesToStdout() {
   const dir = mkdtempSync(path.join(tmpdir(), 'corvane-preview-'));

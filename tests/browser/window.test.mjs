@@ -2,7 +2,7 @@
 // and accessible name, so each test is also a check that a person with a screen reader finds them.
 import { test } from 'node:test';
 import assert from 'node:assert/strict';
-import { openWindow, toolHas, previewWritesToStdout } from './harness.mjs';
+import { openWindow, toolHas, toolHelpSays, previewWritesToStdout } from './harness.mjs';
 
 const PAGES = [['general', 'General'], ['workspaces', 'Workspaces'], ['dock', 'Own Dock'], ['themes', 'Themes & Icons'],
   ['widgets', 'Widgets'], ['backups', 'Backups'], ['permissions', 'Permissions'], ['onboarding', 'Welcome']];
@@ -207,6 +207,22 @@ test('restoring a backup asks first, then puts the workspaces back', async () =>
       for (let i = 0; i < 50 && (await tool('list', '--json')).profiles[0]?.name !== 'Before'; i++) await page.waitForTimeout(50);
     });
     assert.equal((await tool('list', '--json')).profiles[0].name, 'Before');
+  });
+});
+
+test('export downloads the workspaces as a file that import takes back', async () => {
+  await withWindow({ page: 'backups' }, async ({ page, tool }) => {
+    await tool('new', 'Travel', '--color', 'orange');
+    await settled(page);
+    const [download] = await Promise.all([page.waitForEvent('download'),
+      page.getByRole('button', { name: 'Export Workspaces' }).click()]);
+    const text = await (await download.createReadStream()).toArray().then((chunks) => Buffer.concat(chunks).toString());
+    assert.match(text, /"Travel"/);
+    if (!toolHelpSays('import', '- for standard input')) return;
+    await tool('delete', 'Travel');
+    await page.getByLabel('Workspaces File').setInputFiles({ name: 'Workspaces.json', mimeType: 'application/json', buffer: Buffer.from(text) });
+    await page.getByRole('status').filter({ hasText: /Travel|[Ii]mported/ }).waitFor({ state: 'attached' });
+    assert.deepEqual((await tool('list', '--json')).profiles.map((p) => p.name), ['Travel']);
   });
 });
 
