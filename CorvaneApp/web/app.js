@@ -91,11 +91,10 @@ window.addEventListener('hashchange', () => {
   const name = pageFromHash();
   if (name && name !== current) openPage(name);
 });
-/** A first run, with nothing made yet, opens on the welcome. */
+/** Until the welcome has been gone through once, the window opens on it. */
 async function firstPage() {
   try {
-    const [prefs, list] = await Promise.all([call('prefs'), call('list')]);
-    if (!prefs.onboardingVersion && !(list.profiles ?? []).length) return 'onboarding';
+    if (!(await call('prefs')).onboardingVersion) return 'onboarding';
   } catch {
     // The workspaces page says what is wrong with the tool, if anything is.
   }

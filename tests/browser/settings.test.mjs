@@ -55,7 +55,7 @@ test('a value that cannot be a setting is reported and the field goes back', asy
     await until(async () => (await tool('prefs', '--json')).dockRevealDelay === 0.5);
     await delay.fill('-2');
     await delay.press('Enter');
-    await page.getByRole('alert').waitFor();
+    await page.getByRole('alert').filter({ hasText: 'number of seconds' }).waitFor();
     assert.equal(await delay.inputValue(), '0.5');
     assert.equal((await tool('prefs', '--json')).dockRevealDelay, 0.5);
   });

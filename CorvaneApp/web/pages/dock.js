@@ -23,6 +23,7 @@ export async function render(root, { title }) {
       const body = { output: '-', width: 1200 };
       const reply = await call('preview', body);
       if (run !== previewRun) return;
+      if (!reply.image) throw new Error('the tool gave no picture');
       image.src = reply.image;
       preview.dataset.version = String(run);
     } catch (error) {

@@ -1,31 +1,37 @@
 import { call, inApp } from '../api.js';
-import { h, row, group, section, button, toggle, note, reportError, announce } from '../ui.js';
+import { h, row, group, section, button, toggle, field, reportError, announce } from '../ui.js';
 import { Preferences } from '../settings.js';
 
 // The welcome a first run shows: the Dock becomes the first workspace, the own Dock is offered,
 // and each permission is asked for only where the feature that needs it is chosen.
 export async function render(root) {
   const [prefs, list] = await Promise.all([Preferences.load(), call('list')]);
-  const hasWorkspaces = (list.profiles ?? []).length > 0;
   const step = async (page) => call('prefs/set', { name: 'onboardingPage', value: String(page) }).catch(() => {});
 
-  const seedStatus = h('span', { class: 'description' },
-    hasWorkspaces ? `You have ${list.profiles.length} workspace${list.profiles.length === 1 ? '' : 's'} already.` :
-      'Your Dock as it is now becomes the first workspace, called "Main".');
-  const seed = button('Create First Workspace', async () => {
-    try {
-      await call('new', { name: 'Main', 'from-dock': true });
-      const created = (await call('list')).profiles ?? [];
-      const main = created.find((profile) => profile.name === 'Main');
-      if (main) await call('activate', { workspace: main.id });
-      seedStatus.textContent = 'Made "Main" from your Dock.';
-      seed.disabled = true;
-      announce('Made the first workspace from your Dock.');
+  // The first start already made a workspace of the Dock as it was; with none, one is made here.
+  const first = (list.profiles ?? [])[0];
+  const seedStatus = h('span', { class: 'description' }, first
+    ? `Your Dock is your first workspace, "${first.name}".`
+    : 'Your Dock as it is now becomes the first workspace, called "Main".');
+  const seed = first
+    ? field('First Workspace Name', first.name, async (name) => {
+      if (!name.trim()) throw new Error('A workspace needs a name.');
+      await call('rename', { workspace: first.id, name: name.trim() });
+      seedStatus.textContent = `Your Dock is your first workspace, "${name.trim()}".`;
       await step(1);
-    } catch (error) {
-      reportError(error);
-    }
-  }, { kind: 'default', disabled: hasWorkspaces });
+    })
+    : button('Create First Workspace', async () => {
+      try {
+        const made = await call('new', { name: 'Main', 'from-dock': true });
+        if (made.id) await call('activate', { workspace: made.id });
+        seedStatus.textContent = 'Your Dock is your first workspace, "Main".';
+        seed.disabled = true;
+        announce('Made the first workspace from your Dock.');
+        await step(1);
+      } catch (error) {
+        reportError(error);
+      }
+    }, { kind: 'default' });
 
   const finish = button('Done', async () => {
     try {

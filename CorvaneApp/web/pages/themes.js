@@ -18,7 +18,8 @@ export async function render(root, { title }) {
     return h('div', { class: 'gallery' }, list.map((theme) => {
       const image = h('img', { alt: `Preview of ${theme.name}` });
       call('preview', { theme: theme.id, size: 32, width: 420, output: '-' })
-        .then((reply) => { image.src = reply.image; }, () => { image.alt = `No preview of ${theme.name}`; });
+        .then((reply) => { if (reply.image) image.src = reply.image; else image.alt = `No preview of ${theme.name}`; },
+          () => { image.alt = `No preview of ${theme.name}`; });
       const card = h('div', { class: 'card' }, image, h('strong', {}, theme.name),
         button('Use', async () => {
           try {
@@ -89,7 +90,7 @@ function customisation(prefs, theme) {
   if (!theme) return h('div');
   const image = h('img', { alt: `Preview of ${theme.name} as customised` });
   const redraw = () => call('preview', { theme: theme.id, size: 48, width: 700, output: '-' })
-    .then((reply) => { image.src = reply.image; }, () => {});
+    .then((reply) => { if (reply.image) image.src = reply.image; }, () => {});
   const current = () => ({ ...(prefs.style('themeCustomizations')?.[theme.id] ?? {}) });
   const save = async (key, value) => {
     const custom = current();
