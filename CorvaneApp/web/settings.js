@@ -18,6 +18,9 @@ function asText(value) {
  */
 export class Preferences extends EventTarget {
   #values;
+  // Writes go one at a time, each built from what the one before left: the style is sent whole,
+  // so two quick changes built from the same old style would undo each other.
+  #queue = Promise.resolve();
 
   constructor(values) {
     super();
@@ -32,11 +35,21 @@ export class Preferences extends EventTarget {
     return this.#values[name];
   }
 
-  async set(name, value) {
+  set(name, value) {
+    return this.#enqueue(() => this.#write(name, value));
+  }
+
+  async #write(name, value) {
     if (sameValue(this.#values[name], value)) return;
     await call('prefs/set', { name, value: asText(value) });
     this.#values[name] = value;
     this.dispatchEvent(new CustomEvent('change', { detail: { name, value } }));
+  }
+
+  #enqueue(write) {
+    const done = this.#queue.then(write);
+    this.#queue = done.catch(() => {});
+    return done;
   }
 
   /** One key of the own Dock's style; the tool stores the style whole, so it is sent whole. */
@@ -44,10 +57,12 @@ export class Preferences extends EventTarget {
     return this.#values.dockStyle?.[key];
   }
 
-  async setStyle(key, value) {
-    const style = { ...(this.#values.dockStyle ?? {}) };
-    if (value === null || value === undefined) delete style[key];
-    else style[key] = value;
-    await this.set('dockStyle', style);
+  setStyle(key, value) {
+    return this.#enqueue(() => {
+      const style = { ...(this.#values.dockStyle ?? {}) };
+      if (value === null || value === undefined) delete style[key];
+      else style[key] = value;
+      return this.#write('dockStyle', style);
+    });
   }
 }

@@ -14,12 +14,12 @@ async function withPage(name, body) {
   }
 }
 
-async function until(check) {
+async function until(check, what = String(check)) {
   for (let i = 0; i < 100; i++) {
     if (await check()) return;
     await new Promise((resolve) => setTimeout(resolve, 30));
   }
-  assert.fail(`never true: ${check}`);
+  assert.fail(`never true: ${what}`);
 }
 
 test('each switch and pop-up of the own Dock page saves its setting', async () => {
@@ -39,7 +39,8 @@ test('each switch and pop-up of the own Dock page saves its setting', async () =
       const control = page.getByRole(role, { name, exact: true });
       if (role === 'switch') await control.setChecked(value);
       else await control.selectOption(value);
-      await until(async () => read(await prefs()) === value);
+      await until(async () => read(await prefs()) === value,
+        `${name} saves ${value}; shown: ${await page.getByRole('alert').allTextContents()}`);
     }
     // The style is stored whole: the changes above must all still be there together.
     const style = (await prefs()).dockStyle;
