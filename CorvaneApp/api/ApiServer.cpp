@@ -3,9 +3,8 @@
 #include "CorvaneApp/api/CommandApi.hpp"
 #include "CorvaneApp/api/WebResources.hpp"
 
-#include <httplib.h>
+#include "CorvaneApp/api/HttpServer.hpp"
 
-#include <array>
 #include <random>
 
 namespace corvane {
@@ -49,12 +48,8 @@ std::string makeSecret() {
     return secret;
 }
 
-struct ApiServer::Server {
-    httplib::Server http;
-};
-
 ApiServer::ApiServer(CommandApi& api, std::string secret, int port)
-    : api_(api), secret_(std::move(secret)), port_(port), server_(std::make_unique<Server>()) {}
+    : api_(api), secret_(std::move(secret)), port_(port) {}
 
 ApiServer::~ApiServer() { stop(); }
 
@@ -62,69 +57,53 @@ std::string ApiServer::url() const {
     return "http://" + std::string(loopback) + ":" + std::to_string(port_) + "/#token=" + secret_;
 }
 
-bool ApiServer::start(std::string& error) {
-    auto& http = server_->http;
-    // Two threads: calls run one at a time anyway, and a page asks for a handful of files at once.
-    http.new_task_queue = [] { return new httplib::ThreadPool(2); };
-    http.set_payload_max_length(largestBody);
-    http.set_keep_alive_max_count(100);
+namespace {
 
-    auto answer = [](httplib::Response& response, int status, const std::string& body) {
-        response.status = status;
-        response.set_header("Cache-Control", "no-store");
-        response.set_content(body, "application/json");
+HttpServer::Answer json(int status, std::string body) {
+    return {status, "application/json", std::move(body), {{"Cache-Control", "no-store"}}};
+}
+
+} // namespace
+
+bool ApiServer::start(std::string& error) {
+    server_ = loadHttpServer(error);
+    if (!server_) return false;
+
+    auto screen = [this](const HttpServer::Request& request) -> std::optional<HttpServer::Answer> {
+        bool isCall = request.path.starts_with("/api/");
+        if (auto status = refusal({request.host, request.origin, request.authorization}, port_, secret_, isCall))
+            return json(*status, R"({"error":"this request is not from Corvane's window"})");
+        if (isCall && request.method != "POST") return json(405, R"({"error":"calls are POST requests"})");
+        if (!isCall && request.method != "GET") return json(405, R"({"error":"pages are GET requests"})");
+        return std::nullopt;
+    };
+    auto handle = [this](const HttpServer::Request& request) {
+        if (request.path.starts_with("/api/")) {
+            auto reply = api_.call(std::string_view(request.path).substr(5), request.body);
+            return json(reply.status, std::move(reply.body));
+        }
+        const auto* file = findWebResource(request.path);
+        if (!file) return HttpServer::Answer{404, "text/plain", "Not found", {}};
+        return HttpServer::Answer{
+            200,
+            std::string(file->contentType),
+            std::string(file->bytes),
+            {{"Cache-Control", "no-store"},
+             {"X-Content-Type-Options", "nosniff"},
+             {"Content-Security-Policy", "default-src 'self'; img-src 'self' data:; style-src 'self'; "
+                                         "script-src 'self'; connect-src 'self'; frame-ancestors 'none'"}}};
     };
 
-    http.set_pre_routing_handler([this, answer](const httplib::Request& request, httplib::Response& response) {
-        // Kept here, since the facts only point into them.
-        auto host = request.get_header_value("Host");
-        auto origin = request.get_header_value("Origin");
-        auto authorization = request.get_header_value("Authorization");
-        bool isCall = request.path.starts_with("/api/");
-        if (auto status = refusal({host, origin, authorization}, port_, secret_, isCall)) {
-            answer(response, *status, R"({"error":"this request is not from Corvane's window"})");
-            return httplib::Server::HandlerResponse::Handled;
-        }
-        return httplib::Server::HandlerResponse::Unhandled;
-    });
-
-    http.Post(R"(/api/([a-z/-]+))", [this, answer](const httplib::Request& request, httplib::Response& response) {
-        auto reply = api_.call(request.matches[1].str(), request.body);
-        answer(response, reply.status, reply.body);
-    });
-    http.Get(R"(/(.*))", [](const httplib::Request& request, httplib::Response& response) {
-        const auto* file = findWebResource(request.matches[1].str());
-        if (!file) {
-            response.status = 404;
-            response.set_content("Not found", "text/plain");
-            return;
-        }
-        response.set_header("Cache-Control", "no-store");
-        response.set_header("X-Content-Type-Options", "nosniff");
-        response.set_header("Content-Security-Policy",
-                            "default-src 'self'; img-src 'self' data:; style-src 'self'; script-src 'self'; "
-                            "connect-src 'self'; frame-ancestors 'none'");
-        response.set_content(std::string(file->bytes), std::string(file->contentType));
-    });
-
-    if (port_ == 0) {
-        port_ = http.bind_to_any_port(std::string(loopback));
-        if (port_ <= 0) {
-            error = "no free port on " + std::string(loopback);
-            port_ = 0;
-            return false;
-        }
-    } else if (!http.bind_to_port(std::string(loopback), port_)) {
-        error = "port " + std::to_string(port_) + " on " + std::string(loopback) + " is taken";
-        return false;
-    }
-    thread_ = std::thread([this] { server_->http.listen_after_bind(); });
+    int port = server_->bind(std::string(loopback), port_, largestBody, screen, handle, error);
+    if (port == 0) return false;
+    port_ = port;
+    thread_ = std::thread([this] { server_->run(); });
     return true;
 }
 
 void ApiServer::stop() {
     if (!thread_.joinable()) return;
-    server_->http.stop();
+    server_->stop();
     thread_.join();
 }
 

@@ -9,6 +9,7 @@
 namespace corvane {
 
 class CommandApi;
+class HttpServer;
 
 /// What a request to the window's server says about where it comes from.
 struct RequestFacts {
@@ -50,11 +51,10 @@ public:
     std::string url() const;
 
 private:
-    struct Server;
     CommandApi& api_;
     std::string secret_;
     int port_;
-    std::unique_ptr<Server> server_;
+    std::unique_ptr<HttpServer> server_;
     std::thread thread_;
 };
 

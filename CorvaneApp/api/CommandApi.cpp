@@ -34,7 +34,7 @@ std::vector<std::string> splitWords(std::string_view words) {
 }
 
 bool isWord(const std::string& word) {
-    return !word.empty() && word.size() <= 40 &&
+    return !word.empty() && word.size() <= 40 && word.front() != '-' &&
            std::all_of(word.begin(), word.end(), [](char c) { return (c >= 'a' && c <= 'z') || c == '-'; });
 }
 

@@ -5,6 +5,7 @@
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneApp/cli/WorkspaceArgument.hpp"
 #include "CorvaneApp/render/BarLayout.hpp"
+#include "CorvaneApp/looks/AppBundle.hpp"
 #include "CorvaneApp/looks/IconOverrides.hpp"
 #include "CorvaneApp/preferences/AppPreferences.hpp"
 #include "CorvaneApp/render/BarIcons.hpp"
@@ -24,6 +25,7 @@
 #include <unistd.h>
 
 #include <cmath>
+#include <filesystem>
 #include <memory>
 #include <ostream>
 
@@ -125,11 +127,48 @@ void checkGeometry(const Arguments& args) {
     if (text::trimmed(args.output).empty()) throw UsageError("-o needs a file name");
 }
 
+struct IconArguments {
+    std::string app;
+    int size = 128;
+    std::optional<std::string> iconPack;
+    std::string output;
+};
+
+// Beyond this an icon is no longer an icon, and the picture would take memory for nothing.
+constexpr int largestIcon = 1024;
+
+void drawIcon(ToolContext& context, const IconArguments& args) {
+    if (args.size < 16 || args.size > largestIcon)
+        throw UsageError("--size must be 16 to " + std::to_string(largestIcon) + " pixels, not " +
+                         std::to_string(args.size));
+    if (text::trimmed(args.output).empty()) throw UsageError("-o needs a file name, or - for standard output");
+    if (text::trimmed(args.app).empty()) throw UsageError("icon needs an application's path");
+    auto path = std::filesystem::absolute(args.app).lexically_normal().string();
+    while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+
+    IconOverrides overrides(context.dataDirectory());
+    Arguments packOnly;
+    packOnly.iconPack = args.iconPack;
+    const auto* pack = packFrom(packOnly, overrides);
+    auto bundle = AppBundle::read(path);
+    BarTile tile{.kind = BarTile::Kind::app, .label = bundle.bundleName.value_or(bundle.name)};
+    tile.image = barIcons(overrides, pack)(path);
+    auto style = AppPreferences(*context.openDefaults()).load().dockStyle;
+    auto png = encodePNG(rasterizeTile(tile, args.size, style.trashIcon));
+    if (args.output == "-") {
+        context.out << png;
+        return;
+    }
+    writeFileAtomically(args.output, png);
+    context.out << "Wrote " << args.output << " (" << args.size << "×" << args.size << ", "
+                << (tile.image ? "the icon of \"" : "a placeholder for \"") << tile.label << "\").\n";
+}
+
 } // namespace
 
 void addPreviewCommand(CLI::App& app, ToolContext& context) {
     auto args = std::make_shared<Arguments>();
-    auto* preview = app.add_subcommand("preview", "Draw the own Dock bar as a workspace would show it, into a PNG file");
+    auto* preview = app.add_subcommand("preview", "Draw the own Dock bar as a workspace would show it, as a PNG");
     preview->add_option("--workspace", args->workspace, "The workspace to show (default: the active one)");
     preview->add_option("--theme", args->theme, "A theme id (default: the stored style's)");
     preview->add_option("--pointer", args->pointer, "The pointer's place along the bar, in points from the picture's left (top, on a side)");
@@ -140,7 +179,15 @@ void addPreviewCommand(CLI::App& app, ToolContext& context) {
     preview->add_option("--icon-pack", args->iconPack, "Draw the icons of this installed pack instead of the chosen ones");
     preview->add_option("--time", args->time, "The moment of the seasonal animations, in seconds");
     preview->add_flag("--backdrop", args->backdrop, "Paint a desktop behind the bar");
-    preview->add_option("-o,--output", args->output, "The PNG file to write")->required();
+    preview->add_option("-o,--output", args->output, "The PNG file to write, - for standard output")->required();
+    auto iconArgs = std::make_shared<IconArguments>();
+    auto* icon = app.add_subcommand("icon", "An application's icon as the own Dock bar draws it, as a PNG");
+    icon->add_option("APP", iconArgs->app, "The application bundle (.app)")->required();
+    icon->add_option("--size", iconArgs->size, "Its width and height in pixels, 16 to 1024 (default 128)");
+    icon->add_option("--icon-pack", iconArgs->iconPack, "Draw this installed pack's icon instead of the chosen one");
+    icon->add_option("-o,--output", iconArgs->output, "The PNG file to write, - for standard output")->required();
+    icon->callback([&context, iconArgs] { drawIcon(context, *iconArgs); });
+
     preview->callback([&context, args] {
         auto defaults = context.openDefaults();
         auto style = styleFrom(*args, AppPreferences(*defaults).load().dockStyle);
@@ -168,6 +215,10 @@ void addPreviewCommand(CLI::App& app, ToolContext& context) {
             for (int i = 0; i < 100 && !lens.isSettled(); ++i) lens.step(0.1);
         }
         auto image = rasterizeBar(scene, layout, layout.frame(lens), {.seconds = args->time, .backdrop = args->backdrop});
+        if (args->output == "-") {
+            context.out << encodePNG(image);
+            return;
+        }
         writeFileAtomically(args->output, encodePNG(image));
 
         context.out << "Wrote " << args->output << " (" << image.width << "×" << image.height << ", theme \""

@@ -14,7 +14,9 @@
 #include "platform/macos/KeychainSecretStore.hpp"
 #include "platform/macos/LibprocProcessTable.hpp"
 #include "platform/macos/MacMountedVolumes.hpp"
+#include "platform/macos/MacPermissionStates.hpp"
 #include "platform/macos/OsLog.hpp"
+#include "platform/macos/SkyLightDesktopServer.hpp"
 #else
 #include "platform/posix/FileSecretStore.hpp"
 #include "platform/posix/LocalTimeCalendar.hpp"
@@ -25,6 +27,28 @@
 
 namespace corvane {
 
+#ifdef __APPLE__
+namespace {
+
+// Loading the window server's framework would cost every run of the tool; only `desktops` asks.
+class LazyDesktopServer final : public DesktopServer {
+public:
+    std::vector<Display> displays() override { return server().displays(); }
+    std::optional<std::uint64_t> activeSpace() override { return server().activeSpace(); }
+    bool canAssign() const override { return server().canAssign(); }
+    bool assign(std::int32_t pid, std::optional<std::uint64_t> space) override { return server().assign(pid, space); }
+
+private:
+    SkyLightDesktopServer& server() const {
+        if (!server_) server_.emplace();
+        return *server_;
+    }
+    mutable std::optional<SkyLightDesktopServer> server_;
+};
+
+} // namespace
+#endif
+
 struct SystemToolServices::Adapters {
     ProcessEnvironment environment = currentEnvironment();
 #ifdef __APPLE__
@@ -33,6 +57,8 @@ struct SystemToolServices::Adapters {
     LibprocProcessTable processes;
     CFCalendarAdapter calendar;
     MacMountedVolumes volumes;
+    LazyDesktopServer desktops;
+    MacPermissionStates permissions;
 #else
     NullNotifier notifier;
     StderrLog log{environment.contains("CORVANE_LOG")};
@@ -73,6 +99,10 @@ struct SystemToolServices::Adapters {
 #endif
         },
         .volumes = &volumes,
+#ifdef __APPLE__
+        .desktops = &desktops,
+        .permissions = &permissions,
+#endif
     };
 };
 

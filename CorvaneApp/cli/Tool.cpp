@@ -7,6 +7,8 @@
 #include "CorvaneApp/cli/GitHubCommands.hpp"
 #include "CorvaneApp/cli/LooksCommands.hpp"
 #include "CorvaneApp/cli/PreviewCommand.hpp"
+#include "CorvaneApp/cli/SystemCommands.hpp"
+#include "CorvaneApp/cli/TileCommands.hpp"
 #include "CorvaneApp/cli/TransferCommands.hpp"
 #include "CorvaneApp/cli/UsageCommands.hpp"
 #include "CorvaneApp/cli/WeatherCommands.hpp"
@@ -25,7 +27,8 @@ namespace corvane {
 std::span<const CommandGroup> commandGroups() {
     // In the order `--help` lists them.
     static constexpr CommandGroup groups[] = {
-        {"list show new rename delete edit activate", addWorkspaceCommands},
+        {"list show new rename delete edit activate move", addWorkspaceCommands},
+        {"tiles", addTileCommands},
         {"dock diff switch apply capture undo backups", addDockCommands},
         {"export import", addTransferCommands},
         {"next previous hotkeys prefs focus desktop", addAutomationCommands},
@@ -34,12 +37,15 @@ std::span<const CommandGroup> commandGroups() {
         {"weather", addWeatherCommands},
         {"github", addGitHubCommands},
         {"themes icons stack", addLooksCommands},
-        {"preview", addPreviewCommand},
+        {"preview icon", addPreviewCommand},
         {"usage", addUsageCommands},
         {"agent ui", addAgentCommand},
+        {"apps desktops permissions version", addSystemCommands},
     };
     return groups;
 }
+
+std::string_view toolVersion() { return CORVANE_VERSION; }
 
 namespace {
 
@@ -68,8 +74,8 @@ bool names(std::string_view words, std::string_view word) {
 
 /// The commands the parser needs for a command line. Building every command's options is a good
 /// part of a short command's run, so a line that names its command gets only that command's group
-/// (the others could not match it), and a line of options alone (`--version`), which can only be
-/// a usage error, gets none unless it asks for help. Anything else gets them all.
+/// (the others could not match it), and a line of options alone (`--version`) needs none unless it
+/// asks for help. Anything else gets them all.
 std::span<const CommandGroup> groupsFor(int argc, const char* const* argv) {
     const auto groups = commandGroups();
     if (auto word = commandWord(argc, argv)) {
@@ -107,6 +113,7 @@ int runTool(int argc, const char* const* argv, ToolServices& services, ToolStrea
     app.add_option("--data-dir", context.dataDirOption, "Data folder (default: $CORVANE_APP_SUPPORT_DIR, else the user's)");
     app.add_option("--dock-plist", context.dockPlistOption,
                    "Work on this Dock preferences file instead of the live Dock, and restart nothing");
+    app.set_version_flag("--version", std::string(toolVersion()), "Print the version and stop");
     for (const auto& group : groupsFor(argc, argv)) group.add(app, context);
 
     try {
@@ -117,6 +124,9 @@ int runTool(int argc, const char* const* argv, ToolServices& services, ToolStrea
         return 0;
     } catch (const CLI::CallForAllHelp&) {
         out << app.help("", CLI::AppFormatMode::All);
+        return 0;
+    } catch (const CLI::CallForVersion& version) {
+        out << version.what() << "\n";
         return 0;
     } catch (const CLI::ParseError& error) {
         err << "corvane: " << error.what() << "\n";

@@ -21,6 +21,9 @@ struct CommandGroup {
     void (*add)(CLI::App& app, ToolContext& context);
 };
 
+/// The tool's version, as the build names it.
+std::string_view toolVersion();
+
 /// Every command of the tool, in the order of its help.
 std::span<const CommandGroup> commandGroups();
 

@@ -2,11 +2,13 @@
 
 #include "CorvaneCore/platform/Calendar.hpp"
 #include "CorvaneCore/platform/Clock.hpp"
+#include "CorvaneCore/platform/DesktopServer.hpp"
 #include "CorvaneCore/platform/HttpClient.hpp"
 #include "CorvaneCore/platform/ProcessRunner.hpp"
 #include "CorvaneCore/platform/Log.hpp"
 #include "CorvaneCore/platform/MountedVolumes.hpp"
 #include "CorvaneCore/platform/Notifier.hpp"
+#include "CorvaneCore/platform/PermissionStates.hpp"
 #include "CorvaneCore/platform/SecretStore.hpp"
 #include "CorvaneCore/platform/SystemFolders.hpp"
 #include "CorvaneCore/platform/UserDefaults.hpp"
@@ -51,6 +53,10 @@ struct ToolServices {
     /// The mounted volumes, whose trash folders fill the Trash tile; none looks only at the home
     /// trash.
     const MountedVolumes* volumes = nullptr;
+    /// The window server's desktops; none where the system has none.
+    DesktopServer* desktops = nullptr;
+    /// What the user has allowed; none where the system asks nothing.
+    const PermissionStates* permissions = nullptr;
 };
 
 /// What every command receives: the services, the global options and where to print.

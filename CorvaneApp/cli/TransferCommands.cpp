@@ -13,6 +13,7 @@
 
 #include <memory>
 #include <ostream>
+#include <sstream>
 
 namespace corvane {
 
@@ -63,15 +64,25 @@ void addTransferCommands(CLI::App& app, ToolContext& context) {
     });
 
     auto* importing = app.add_subcommand("import", "Add the workspaces of an exported file");
-    importing->add_option("FILE", args->file, "A file made by export, or a profiles.json")->required();
+    importing->add_option("FILE", args->file, "A file made by export, or a profiles.json (- for standard input)")
+        ->required();
     importing->callback([&context, args] {
-        auto data = readFileIfExists(args->file);
-        if (!data) throw DataFileError(DataFileError::Operation::read, args->file, "no such file");
+        std::optional<std::string> data;
+        if (args->file == "-") {
+            if (!context.in) throw std::runtime_error("nothing on standard input");
+            std::ostringstream text;
+            text << context.in->rdbuf();
+            data = text.str();
+        } else {
+            data = readFileIfExists(args->file);
+            if (!data) throw DataFileError(DataFileError::Operation::read, args->file, "no such file");
+        }
         std::vector<Profile> imported;
         try {
             imported = ProfileTransfer::profiles(*data);
         } catch (const DecodingError& error) {
-            throw DataFileError(DataFileError::Operation::decode, args->file, error.what());
+            throw DataFileError(DataFileError::Operation::decode, args->file == "-" ? "standard input" : args->file,
+                                error.what());
         }
         ProfileStore store(StoragePath::profilesFileURL(context.dataDirectory()), &context.services.notifier);
         // The desktops this Mac knows are those its workspaces are bound to already.

@@ -3,6 +3,7 @@
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneApp/cli/WorkspaceArgument.hpp"
 #include "CorvaneApp/widgets/PlaceholderHelpers.hpp"
+#include "CorvaneCore/support/DecodingError.hpp"
 #include "CorvaneCore/support/JsonCoding.hpp"
 #include "CorvaneCore/support/Text.hpp"
 #include "CorvaneCore/widgets/DockSlot.hpp"
@@ -154,7 +155,7 @@ Json widgetsJson(const WidgetsFile& file, const ProfilesFile& profiles) {
 // Values the parser fills in; owned by the callbacks, so they live as long as the parser.
 struct Arguments {
     bool json = false;
-    std::string kind, widget, workspace;
+    std::string kind, widget, workspace, field, value;
     std::optional<std::string> name;
     std::optional<int> span;
     std::vector<std::string> members;
@@ -246,6 +247,65 @@ void stack(Stores& stores, const Arguments& args, std::ostream& out) {
     out << created.id.string() << "\n";
 }
 
+
+std::string fieldList(const Json& fields) {
+    std::string list;
+    for (const auto& [key, value] : fields.items()) list += (list.empty() ? "" : ", ") + key;
+    return list;
+}
+
+/// The widget with one settings field changed, decoded as the widgets file would decode it.
+DockWidget withField(const DockWidget& widget, const std::string& field, const Json& value);
+
+/// VALUE is read as JSON, and where that gives no value for the field, as the text it is: a
+/// name or a text field needs no quotes, even when it looks like a number.
+DockWidget withField(const DockWidget& widget, const std::string& field, const std::string& text) {
+    auto parsed = Json::parse(text, nullptr, false);
+    if (parsed.is_discarded()) return withField(widget, field, Json(text));
+    if (parsed.is_string()) return withField(widget, field, parsed);
+    try {
+        return withField(widget, field, parsed);
+    } catch (const UsageError&) {
+        if (parsed.is_null()) throw;
+        try {
+            return withField(widget, field, Json(text));
+        } catch (const UsageError&) {
+        }
+        throw;
+    }
+}
+
+DockWidget withField(const DockWidget& widget, const std::string& field, const Json& value) {
+    auto fields = encodeSettingsFields(widget.kind);
+    auto kindName = std::string(widget.kind.name());
+    if (!fields.contains(field))
+        throw UsageError("a " + kindName + " widget has " +
+                         (fields.empty() ? std::string("no settings")
+                                         : "no field " + inQuotes(field) + "; its fields: " + fieldList(fields)));
+    auto kind = encodeKind(widget.kind);
+    auto& settings = kind[kindName].contains("_0") ? kind[kindName]["_0"] : kind[kindName];
+    if (value.is_null())
+        settings.erase(field);
+    else
+        settings[field] = value;
+    auto changed = widget;
+    try {
+        changed.kind = decodeKind(JsonReader(kind));
+    } catch (const DecodingError& error) {
+        throw UsageError(value.dump() + " is no value for " + field + " of a " + kindName + " widget: " + error.what());
+    }
+    return changed;
+}
+
+void printSettings(const DockWidget& widget, std::ostream& out) {
+    auto fields = encodeSettingsFields(widget.kind);
+    out << widget.name << " (" << widget.kind.name() << ", " << widget.span << (widget.span == 1 ? " tile" : " tiles")
+        << " wide)\n";
+    if (fields.empty()) out << "  no settings\n";
+    for (const auto& [key, value] : fields.items())
+        out << "  " << key << " = " << (value.is_null() ? std::string("unset") : value.dump()) << "\n";
+}
+
 } // namespace
 
 void addWidgetCommands(CLI::App& app, ToolContext& context) {
@@ -325,6 +385,65 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
     stackCommand->callback([&context, &out, args] {
         Stores stores(context);
         stack(stores, *args, out);
+    });
+
+    auto* settings = widgets->add_subcommand("settings", "A widget's settings, every field with its value");
+    settings->add_option("WIDGET", args->widget, "Id, unique id prefix or name")->required();
+    settings->add_flag("--json", args->json, "Print the widget with its fields; unset ones are null");
+    settings->callback([&context, &out, args] {
+        Stores stores(context);
+        const auto& widget = resolveWidget(stores.widgets.file().widgets, args->widget);
+        if (!args->json) return printSettings(widget, out);
+        out << prettyJson(Json{{"id", widget.id.string()},
+                               {"name", widget.name},
+                               {"kind", std::string(widget.kind.name())},
+                               {"span", widget.span},
+                               {"maxSpan", widget.kind.maxSpan()},
+                               {"fields", encodeSettingsFields(widget.kind)}});
+    });
+
+    auto* set = widgets->add_subcommand("set", "Change a widget's name, width or one field of its settings");
+    set->add_option("WIDGET", args->widget, "Id, unique id prefix or name")->required();
+    set->add_option("FIELD", args->field, "A field as widgets settings lists it");
+    set->add_option("VALUE", args->value,
+                    "Its value as JSON (a number, true, \"text\", [...]), else as text; null unsets it");
+    set->add_option("--name", args->name, "A new name");
+    set->add_option("--span", args->span, "A new width in tiles");
+    set->callback([&context, &out, args] {
+        bool fieldGiven = !args->field.empty();
+        if (!fieldGiven && !args->name && !args->span)
+            throw UsageError("nothing to change: give FIELD VALUE, --name or --span");
+        if (fieldGiven && (args->name || args->span))
+            throw UsageError("change a settings field, or the name and width, not both at once");
+        if (args->name && text::trimmed(*args->name).empty())
+            throw UsageError("a widget needs a name that is not blank");
+        Stores stores(context);
+        auto widget = resolveWidget(stores.widgets.file().widgets, args->widget);
+        auto before = widget;
+        if (fieldGiven) widget = withField(widget, args->field, args->value);
+        if (args->name) widget.name = *args->name;
+        if (args->span) {
+            if (*args->span < DockWidget::minSpan || *args->span > widget.kind.maxSpan())
+                throw UsageError("a " + std::string(widget.kind.name()) + " widget is 1 to " +
+                                 std::to_string(widget.kind.maxSpan()) + " tiles wide, not " +
+                                 std::to_string(*args->span));
+            widget.span = *args->span;
+        }
+        stores.widgets.update(widget);
+        // A stack holds widgets of one width only.
+        if (widget.span != before.span) {
+            const auto& all = stores.widgets.file().widgets;
+            changeWorkspaces(stores.profiles, [&](const Profile& each) {
+                return WidgetPlacement::pruningMismatchedWidths(each, all);
+            });
+        }
+        if (fieldGiven) {
+            auto stored = encodeSettingsFields(widget.kind)[args->field];
+            out << widget.name << ": " << args->field << " = "
+                << (stored.is_null() ? std::string("unset") : stored.dump()) << "\n";
+        } else {
+            out << "Updated " << inQuotes(widget.name) << ".\n";
+        }
     });
 
     addWaterCommands(app, context);

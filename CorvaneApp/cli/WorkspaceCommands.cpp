@@ -13,6 +13,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <memory>
 #include <ostream>
 
@@ -135,6 +136,7 @@ Profile edited(Profile profile, const EditOptions& edit, const std::vector<Profi
 struct Arguments {
     bool json = false;
     std::string target, name;
+    long long position = 0;
     std::optional<std::string> color;
     bool fromDock = false;
     EditOptions edit;
@@ -225,6 +227,23 @@ void addWorkspaceCommands(CLI::App& app, ToolContext& context) {
         auto profile = edited(resolveWorkspace(all, args->target), args->edit, all);
         store.update(profile);
         out << "Updated " << quoted(profile.name) << ".\n";
+    });
+
+    auto* move = app.add_subcommand("move", "Put a workspace at another place of the list");
+    move->add_option("WORKSPACE", args->target, "Id or name")->required();
+    move->add_option("POSITION", args->position, "Its new place, from 1")->required();
+    move->callback([&context, &out, args] {
+        auto store = openStore(context);
+        auto& profiles = store.file().profiles;
+        auto profile = resolveWorkspace(profiles, args->target);
+        if (args->position < 1 || static_cast<std::size_t>(args->position) > profiles.size())
+            throw UsageError("POSITION must be 1 to " + std::to_string(profiles.size()) + ", not " +
+                             std::to_string(args->position));
+        profiles.erase(std::find(profiles.begin(), profiles.end(), profile));
+        profiles.insert(profiles.begin() + (args->position - 1), profile);
+        store.save();
+        out << "Moved " << quoted(profile.name) << " to place " << args->position << " of " << profiles.size()
+            << ".\n";
     });
 
     auto* activate = app.add_subcommand("activate", "Make a workspace the active one without touching the Dock");

@@ -7,5 +7,6 @@
 
 int main(int argc, char** argv) {
     corvane::SystemToolServices system;
-    return corvane::runTool(argc, argv, system.services(), std::cout, std::cerr);
+    corvane::ToolStreams streams{std::cout, std::cerr, &std::cin};
+    return corvane::runTool(argc, argv, system.services(), streams);
 }

@@ -19,10 +19,12 @@ AppBundle AppBundle::read(const std::filesystem::path& path) {
     bytes << stream.rdbuf();
     const auto contents = bytes.str();
     auto info = parsePropertyList(std::string_view(contents));
-    if (auto dictionary = info ? info->dictionary() : nullptr)
-        if (auto identifier = stringAt(*dictionary, {"CFBundleIdentifier"});
-            identifier && !identifier->empty())
+    if (auto dictionary = info ? info->dictionary() : nullptr) {
+        if (auto identifier = stringAt(*dictionary, {"CFBundleIdentifier"}); identifier && !identifier->empty())
             bundle.bundleIdentifier = *identifier;
+        if (auto name = stringAt(*dictionary, {"CFBundleName"}); name && !text::trimmed(*name).empty())
+            bundle.bundleName = *name;
+    }
     return bundle;
 }
 

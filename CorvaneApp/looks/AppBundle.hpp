@@ -12,6 +12,8 @@ struct AppBundle {
     std::optional<std::string> bundleIdentifier;
     /// The bundle's file name without ".app": what the Finder shows, and what packs name files by.
     std::string name;
+    /// "CFBundleName", where the bundle has one that is not blank.
+    std::optional<std::string> bundleName;
 
     static AppBundle read(const std::filesystem::path& path);
 };

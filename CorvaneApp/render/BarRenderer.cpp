@@ -397,17 +397,16 @@ void drawBar(cairo_t* cr, const BarScene& scene, const BarLayout& layout, const 
     drawBarLayers(cr, scene, layout, frame, moment, BarLayer::all, directTileArt(scene));
 }
 
-BarImage rasterizeBar(const BarScene& scene, const BarLayout& layout, const BarFrame& frame, const BarMoment& moment,
-                      int width, int height) {
-    if (width <= 0) width = static_cast<int>(std::ceil(layout.width()));
-    if (height <= 0) height = static_cast<int>(std::ceil(layout.height()));
+namespace {
+
+BarImage rasterized(int width, int height, const std::function<void(cairo_t*)>& draw) {
     cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
     if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS) {
         cairo_surface_destroy(surface);
         throw std::runtime_error("cannot make a " + std::to_string(width) + "×" + std::to_string(height) + " image");
     }
     cairo_t* cr = cairo_create(surface);
-    drawBar(cr, scene, layout, frame, moment);
+    draw(cr);
     cairo_destroy(cr);
     cairo_surface_flush(surface);
 
@@ -419,6 +418,21 @@ BarImage rasterizeBar(const BarScene& scene, const BarLayout& layout, const BarF
                     static_cast<std::size_t>(width) * 4);
     cairo_surface_destroy(surface);
     return image;
+}
+
+} // namespace
+
+BarImage rasterizeBar(const BarScene& scene, const BarLayout& layout, const BarFrame& frame, const BarMoment& moment,
+                      int width, int height) {
+    if (width <= 0) width = static_cast<int>(std::ceil(layout.width()));
+    if (height <= 0) height = static_cast<int>(std::ceil(layout.height()));
+    return rasterized(width, height, [&](cairo_t* cr) { drawBar(cr, scene, layout, frame, moment); });
+}
+
+BarImage rasterizeTile(const BarTile& tile, int size, TrashIcon trashIcon) {
+    return rasterized(size, size, [&](cairo_t* cr) {
+        drawTileArt(cr, tile, Rect{0, 0, static_cast<double>(size), static_cast<double>(size)}, trashIcon);
+    });
 }
 
 std::string encodePNG(const BarImage& image) {

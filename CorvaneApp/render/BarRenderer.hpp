@@ -56,6 +56,9 @@ void drawBar(cairo_t* cr, const BarScene& scene, const BarLayout& layout, const 
 BarImage rasterizeBar(const BarScene& scene, const BarLayout& layout, const BarFrame& frame, const BarMoment& moment,
                       int width = 0, int height = 0);
 
+/// One tile's art, as the bar draws it, filling a fresh `size` × `size` image.
+BarImage rasterizeTile(const BarTile& tile, int size, TrashIcon trashIcon);
+
 /// The image as PNG bytes.
 std::string encodePNG(const BarImage& image);
 

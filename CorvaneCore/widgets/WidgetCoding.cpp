@@ -279,6 +279,19 @@ struct FieldWriter {
     template <typename T> void required(std::string_view key, const T& field) const { (*this)(key, field); }
 };
 
+// Every field, unset optionals as null: what an editor of the record needs to offer.
+struct FieldLister {
+    Json& object;
+
+    template <typename T> void operator()(std::string_view key, const T& field) const {
+        if constexpr (IsOptional<T>::value)
+            object[std::string(key)] = field ? writeValue(*field) : Json(nullptr);
+        else
+            object[std::string(key)] = writeValue(field);
+    }
+    template <typename T> void required(std::string_view key, const T& field) const { (*this)(key, field); }
+};
+
 template <typename Record> Record decodeRecord(const JsonReader& reader) {
     reader.object();
     Record record{};
@@ -373,6 +386,25 @@ Json encodeKind(const DockWidget::Kind& kind) {
                                          {"layout", std::string(caseName(payload.layout))}})}});
             } else {
                 return Json::object({{key, Json::object({{"_0", encodeRecord(payload)}})}});
+            }
+        },
+        kind.value);
+}
+
+Json encodeSettingsFields(const DockWidget::Kind& kind) {
+    return std::visit(
+        [&](const auto& payload) -> Json {
+            using T = std::decay_t<decltype(payload)>;
+            if constexpr (isPayloadless<T>) {
+                return Json::object();
+            } else if constexpr (std::is_same_v<T, DockWidget::Collection>) {
+                return encodeKind(kind)[std::string(kind.name())];
+            } else {
+                Json object = Json::object();
+                FieldLister visitor{object};
+                T copy = payload;
+                fields(copy, visitor);
+                return object;
             }
         },
         kind.value);

@@ -19,6 +19,9 @@ AppEntry decodeAppEntry(const JsonReader& reader);
 
 /// `{"<case>": {"_0": settings}}`, `{"collection": {"apps": …, "layout": …}}` or `{"<case>": {}}`.
 nlohmann::json encodeKind(const DockWidget::Kind& kind);
+/// Every field of the kind's settings by its key, unset ones as null; `{}` for a kind without
+/// settings.
+nlohmann::json encodeSettingsFields(const DockWidget::Kind& kind);
 /// Takes the first known case key in a fixed order and ignores the rest; missing settings
 /// fields take their defaults. No known key is `dataCorrupted` "Unknown widget kind".
 DockWidget::Kind decodeKind(const JsonReader& reader);

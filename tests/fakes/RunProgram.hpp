@@ -18,15 +18,16 @@ struct ProgramResult {
     std::string err;
 };
 
-/// Runs `program` with `arguments` and exactly `environment` (plus the sanitizers' options, so a
-/// sanitized child obeys the same suppressions), capturing both streams.
+/// Runs `program` with `arguments`, standard input read from the file `input`, and exactly
+/// `environment` (plus the sanitizers' options, so a sanitized child obeys the same
+/// suppressions), capturing both streams.
 inline ProgramResult runProgram(const std::string& program, const std::vector<std::string>& arguments,
-                                const std::vector<std::string>& environment) {
+                                const std::vector<std::string>& environment, const std::string& input = "/dev/null") {
     TemporaryDirectory streams;
     auto outPath = streams / "out", errPath = streams / "err";
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 0, input.c_str(), O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, 1, outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     posix_spawn_file_actions_addopen(&actions, 2, errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     std::vector<char*> argv{const_cast<char*>(program.c_str())};

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <optional>
 #include <vector>
 
 // The folder the build found libcrypto in; the build passes it.
@@ -43,7 +44,9 @@ struct Crypto {
 #undef CORVANE_CRYPTO_POINTER
 };
 
-void* openCrypto() {
+/// The handle to look libcrypto's functions up in; none when it is not installed. (RTLD_DEFAULT is
+/// a null pointer on some systems, so it cannot stand for "none" itself.)
+std::optional<void*> openCrypto() {
     // A program that links libcrypto already has it.
     if (::dlsym(RTLD_DEFAULT, "EVP_aes_256_gcm")) return RTLD_DEFAULT;
     // Never the bare "libcrypto.dylib" of macOS: the system's stub of it ends the process.
@@ -53,14 +56,15 @@ void* openCrypto() {
         names.insert(names.begin() + 1, directory + "/libcrypto.3.dylib");
     for (const auto& name : names)
         if (void* library = ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL)) return library;
-    return nullptr;
+    return std::nullopt;
 }
 
 /// Fails with `cipherFailed` when libcrypto 3 is not installed.
 const Crypto& crypto() {
     static const std::unique_ptr<const Crypto> loaded = []() -> std::unique_ptr<const Crypto> {
-        void* library = openCrypto();
-        if (!library) return nullptr;
+        auto opened = openCrypto();
+        if (!opened) return nullptr;
+        void* library = *opened;
         auto api = std::make_unique<Crypto>();
         bool complete = true;
         auto bind = [&](auto& function, const char* symbol) {

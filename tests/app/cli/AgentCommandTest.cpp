@@ -1,14 +1,16 @@
 // `corvane agent` as a person runs it: a foreground process that another `corvane` switches
 // under, that survives a damaged data file, and that stops on SIGTERM with its quit backup and
-// no thread left behind.
+// no thread left behind; and `corvane ui`, the same with the window served beside it.
 
 #include "app/cli/ToolFixtures.hpp"
 #include "CorvaneStorage/backup/WorkspaceBackupStore.hpp"
 #include "CorvaneStorage/workspace/ProfileStore.hpp"
 
 #include <gtest/gtest.h>
+#include <httplib.h>
 
 #include <csignal>
+#include <regex>
 #include <poll.h>
 #include <unistd.h>
 
@@ -19,9 +21,9 @@ namespace {
 /// A running agent whose standard output is read line by line.
 class Agent {
 public:
-    Agent(const std::filesystem::path& dir, std::vector<std::string> extra = {}) {
+    Agent(const std::filesystem::path& dir, std::vector<std::string> extra = {}, std::string command = "agent") {
         std::vector<std::string> arguments{CORVANE_TOOL, "--data-dir", (dir / "data").string(), "--dock-plist",
-                                           (dir / "dock.plist").string(), "agent"};
+                                           (dir / "dock.plist").string(), command};
         arguments.insert(arguments.end(), extra.begin(), extra.end());
         std::vector<char*> argv;
         for (auto& argument : arguments) argv.push_back(argument.data());
@@ -155,4 +157,34 @@ TEST_F(AgentRun, ASigtermAtAnyMomentOfStartingLosesNothing) {
         for (const auto& entry : std::filesystem::directory_iterator(dir / "data"))
             EXPECT_FALSE(entry.path().filename().string().ends_with(".tmp")) << entry.path();
     }
+}
+
+TEST_F(AgentRun, UiPrintsTheWindowsAddressFirstAndItsCallsMoveTheLiveState) {
+    ok({"new", "Play"});
+    ok({"new", "Work", "--from-dock"});
+    ok({"activate", "Work"});
+
+    Agent ui(dir.path(), {}, "ui");
+    auto url = ui.line();
+    std::smatch parts;
+    ASSERT_TRUE(std::regex_match(url, parts, std::regex(R"(http://127\.0\.0\.1:(\d+)/#token=([0-9a-f]{64}))")))
+        << url << errors();
+    EXPECT_TRUE(ui.line().starts_with("Corvane is running on "));
+    EXPECT_EQ(ui.line(), "Active workspace: \"Work\"");
+
+    auto port = parts[1].str();
+    httplib::Client client("127.0.0.1", std::stoi(port));
+    auto switched = client.Post("/api/next", {{"Authorization", "Bearer " + parts[2].str()}}, "{}", "application/json");
+    ASSERT_TRUE(switched);
+    EXPECT_EQ(switched->status, 200) << switched->body;
+    EXPECT_EQ(ui.lineStartingWith("Active workspace:"), "Active workspace: \"Play\"");
+
+    // A second window on the same port is one line, and the first goes on.
+    auto taken = run({"ui", "--port", port});
+    EXPECT_EQ(taken.status, 1);
+    EXPECT_EQ(taken.err, "corvane: the window cannot be served: port " + port + " on 127.0.0.1 is taken\n");
+
+    ui.signal(SIGTERM);
+    EXPECT_EQ(ui.lineStartingWith("Stopped."), "Stopped.");
+    EXPECT_EQ(ui.wait(), 0) << errors(); // the server's threads too are gone
 }

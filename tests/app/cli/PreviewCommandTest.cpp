@@ -127,3 +127,42 @@ TEST(PreviewCommand, BadOptionsWriteNothing) {
         EXPECT_EQ(readText(file), "an older picture");
     }
 }
+
+TEST(IconCommand, DrawsAnAppsIconAsTheBarDoesToAFileOrStandardOutput) {
+    Installation here;
+    auto app = (here.data / "Safari.app").string();
+    writeText(here.data / "Safari.app/Contents/Info.plist",
+              "<plist version=\"1.0\"><dict><key>CFBundleIdentifier</key><string>com.apple.Safari</string>"
+              "</dict></plist>");
+
+    auto placeholder = here.run({"icon", app, "--size", "64", "-o", "-"});
+    ASSERT_EQ(placeholder.status, 0) << placeholder.err;
+    EXPECT_EQ(pngSize(placeholder.out), std::make_pair(64u, 64u));
+
+    // A pack's icon is drawn instead of the placeholder made from the name.
+    std::filesystem::create_directories(here.data / "IconPacks/mono");
+    writeText(here.data / "IconPacks/mono/pack.json", R"({"name": "Mono", "padding": 0})");
+    auto packIcon = (here.data / "IconPacks/mono/com.apple.Safari.png").string();
+    ASSERT_EQ(here.run({"icon", app, "--size", "32", "-o", packIcon}).status, 0);
+    auto drawn = here.run({"icon", app, "--icon-pack", "mono", "-o", (here.data / "icon.png").string()});
+    ASSERT_EQ(drawn.status, 0) << drawn.err;
+    EXPECT_EQ(drawn.out, "Wrote " + (here.data / "icon.png").string() + " (128×128, the icon of \"Safari\").\n");
+    EXPECT_EQ(pngSize(readText(here.data / "icon.png")), std::make_pair(128u, 128u));
+
+    for (auto arguments : {std::vector<std::string>{"icon", app, "--size", "8", "-o", "-"},
+                           {"icon", app, "-o", " "},
+                           {"icon", app, "--icon-pack", "neon", "-o", "-"}}) {
+        auto refused = here.run(arguments);
+        EXPECT_EQ(refused.status, 2) << refused.err;
+        EXPECT_EQ(refused.out, "");
+    }
+}
+
+TEST(PreviewCommand, ADashWritesThePictureToStandardOutput) {
+    Installation here;
+    auto result = here.run({"preview", "-o", "-"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    auto [width, height] = pngSize(result.out);
+    EXPECT_GT(width, height);
+    EXPECT_GT(height, 0u);
+}

@@ -80,12 +80,26 @@ TEST_F(ToolParser, HelpListsEveryCommandAndALineWithoutOneIsAUsageError) {
                             result.out.find(", " + word + " ") != std::string::npos)
                     << word;
     }
-    for (auto argv : {std::vector<const char*>{}, {"--version"}, {"--data-dir", "/nowhere", "--json"}}) {
+    for (auto argv : {std::vector<const char*>{}, {"--data-dir", "/nowhere", "--json"}}) {
         auto result = run(argv);
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.err, "corvane: A subcommand is required\n");
     }
-    auto result = run({"--version", "list"});
-    EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.err, "corvane: The following argument was not expected: --version\n");
+}
+
+TEST_F(ToolParser, VersionIsAnOptionAndACommand) {
+    auto option = run({"--version"});
+    EXPECT_EQ(option.status, 0) << option.err;
+    EXPECT_EQ(option.out, std::string(toolVersion()) + "\n");
+    EXPECT_NE(option.out.find('.'), std::string::npos);
+    auto command = run({"version"});
+    EXPECT_EQ(command.status, 0) << command.err;
+    EXPECT_EQ(command.out, option.out);
+}
+
+// The window runs commands without a terminal: "-" then has nothing to read.
+TEST_F(ToolParser, ADashWithoutStandardInputIsOneLine) {
+    auto result = run({"--data-dir", "/nowhere", "import", "-"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "corvane: nothing on standard input\n");
 }

@@ -36,3 +36,21 @@ TEST(TransferCommands, UndecodableImportChangesNothing) {
                               ": profiles[0]: No value associated with key \"items\".\n");
     EXPECT_EQ(readText(here.data / "profiles.json"), before);
 }
+
+TEST(TransferCommands, ImportReadsStandardInputForADash) {
+    Installation here, there;
+    here.run({"new", "Work"});
+    auto file = (there.data / "exported.json").string();
+    here.run({"export", file});
+    auto imported = runProgram(CORVANE_TOOL, {"--data-dir", there.data.path().string(), "import", "-"},
+                               {"HOME=" + there.data.path().string()}, file);
+    ASSERT_EQ(imported.status, 0) << imported.err;
+    EXPECT_EQ(imported.out, "Imported 1 workspace:\n  \"Work\"\n");
+
+    auto before = readText(there.data / "profiles.json");
+    auto empty = runProgram(CORVANE_TOOL, {"--data-dir", there.data.path().string(), "import", "-"},
+                            {"HOME=" + there.data.path().string()});
+    EXPECT_EQ(empty.status, 1);
+    EXPECT_EQ(empty.err.rfind("corvane: cannot decode standard input: ", 0), 0u) << empty.err;
+    EXPECT_EQ(readText(there.data / "profiles.json"), before);
+}

@@ -180,3 +180,50 @@ TEST_F(WidgetTool, WaterAndColours) {
     EXPECT_EQ(ok({"colours", "--json"}), readText(data / "colours.json"));
     EXPECT_EQ(firstLine(ok({"colours"})).substr(0, 28), "#FFFFFF  rgb(255, 255, 255) ");
 }
+
+TEST_F(WidgetTool, SettingsListEveryFieldAndSetChangesOneThroughTheFilesOwnDecoding) {
+    auto id = firstLine(ok({"widgets", "add", "weather"}));
+    auto listed = parseJson(ok({"widgets", "settings", id, "--json"}));
+    EXPECT_EQ(listed["kind"], "weather");
+    EXPECT_TRUE(listed["fields"]["cityName"].is_null()) << "unset fields are listed too";
+    EXPECT_EQ(listed["fields"]["unit"], "celsius");
+    EXPECT_EQ(listed["fields"]["showsApparent"], false);
+
+    EXPECT_EQ(ok({"widgets", "set", id, "cityName", "Berlin"}), "Weather: cityName = \"Berlin\"\n");
+    ok({"widgets", "set", id, "latitude", "52.52"});
+    ok({"widgets", "set", id, "unit", "fahrenheit"});
+    ok({"widgets", "set", id, "showsApparent", "true"});
+    auto stored = file("widgets.json")["widgets"][0]["kind"]["weather"]["_0"];
+    EXPECT_EQ(stored["cityName"], "Berlin");
+    EXPECT_EQ(stored["latitude"], 52.52);
+    EXPECT_EQ(stored["unit"], "fahrenheit");
+    EXPECT_EQ(stored["showsApparent"], true);
+
+    EXPECT_EQ(ok({"widgets", "set", id, "cityName", "1234"}), "Weather: cityName = \"1234\"\n")
+        << "a text field takes digits as text";
+    ok({"widgets", "set", id, "cityName", "null"});
+    EXPECT_FALSE(file("widgets.json")["widgets"][0]["kind"]["weather"]["_0"].contains("cityName"));
+
+    auto timer = firstLine(ok({"widgets", "add", "timer"}));
+    ok({"widgets", "set", timer, "presets", "[60, 120]"});
+    EXPECT_EQ(parseJson(ok({"widgets", "settings", timer, "--json"}))["fields"]["presets"], parseJson("[60, 120]"));
+    ok({"widgets", "set", timer, "--name", "Tea", "--span", "1"});
+    EXPECT_NE(ok({"widgets", "settings", "Tea"}).find("Tea (timer, 1 tile wide)"), std::string::npos);
+}
+
+TEST_F(WidgetTool, SetRefusesWhatTheWidgetsFileWouldNotHold) {
+    auto id = firstLine(ok({"widgets", "add", "weather"}));
+    auto stopwatch = firstLine(ok({"widgets", "add", "stopwatch"}));
+    EXPECT_NE(fails({"widgets", "set", id, "unit", "kelvin"}, 2).find("is no value for unit of a weather widget"),
+              std::string::npos);
+    EXPECT_NE(fails({"widgets", "set", id, "showsApparent", "yes"}, 2).find("is no value for showsApparent"),
+              std::string::npos);
+    EXPECT_NE(fails({"widgets", "set", id, "colour", "red"}, 2).find("no field \"colour\"; its fields: "),
+              std::string::npos);
+    EXPECT_NE(fails({"widgets", "set", stopwatch, "x", "1"}, 2).find("a stopwatch widget has no settings"),
+              std::string::npos);
+    EXPECT_NE(fails({"widgets", "set", id}, 2).find("nothing to change"), std::string::npos);
+    EXPECT_NE(fails({"widgets", "set", id, "--span", "9"}, 2).find("tiles wide, not 9"), std::string::npos);
+    EXPECT_NE(fails({"widgets", "set", id, "--name", " "}, 2).find("not blank"), std::string::npos);
+    EXPECT_NE(fails({"widgets", "set", id, "unit", "celsius", "--name", "x"}, 2).find("not both"), std::string::npos);
+}

@@ -131,3 +131,23 @@ TEST_F(Tool, DataDirOptionWinsOverTheEnvironment) {
     EXPECT_TRUE(std::filesystem::exists(other / "profiles.json"));
     EXPECT_FALSE(std::filesystem::exists(data / "profiles.json"));
 }
+
+TEST_F(Tool, MovePutsAWorkspaceAtAPlaceOfTheList) {
+    ok({"new", "One"});
+    ok({"new", "Two"});
+    ok({"new", "Three"});
+    EXPECT_EQ(ok({"move", "Three", "1"}), "Moved \"Three\" to place 1 of 3.\n");
+    ok({"move", "One", "3"});
+    auto list = ok({"list"});
+    EXPECT_LT(list.find("Three"), list.find("Two"));
+    EXPECT_LT(list.find("Two"), list.find("One"));
+
+    const auto before = profiles();
+    for (const auto* position : {"0", "4", "x"}) {
+        auto result = run({"move", "Two", position});
+        EXPECT_EQ(result.status, 2) << position;
+        EXPECT_TRUE(result.err.starts_with("corvane: ")) << result.err;
+    }
+    EXPECT_EQ(run({"move", "Two", "4"}).err, "corvane: POSITION must be 1 to 3, not 4\n");
+    EXPECT_EQ(profiles(), before);
+}
