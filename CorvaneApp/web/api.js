@@ -66,7 +66,7 @@ export function call(words, body = {}) {
   return post(words, body);
 }
 
-/** A helper only the app has (open and save panels, System Settings); null in a browser. */
+/** A service only the app has (open and save panels, System Settings); null in a browser. */
 export async function native(words, body = {}) {
   if (!inApp()) return null;
   return post('native/' + words, body);

@@ -162,14 +162,14 @@ export function reportError(error) {
 export function sheet({ title, message, fields = [], confirmLabel = 'OK', destructive = false }) {
   return new Promise((resolve) => {
     const previous = document.activeElement;
-    const inputs = fields.map((spec) => {
+    const inputs = fields.map((wanted) => {
       const id = uniqueId('field');
-      const control = spec.options
-        ? h('select', { id, name: spec.name }, spec.options.map(([v, t]) => h('option', { value: v }, t)))
-        : h('input', { id, name: spec.name, type: spec.type ?? 'text', required: spec.required, value: spec.value ?? '' });
-      if (spec.type === 'checkbox') control.checked = !!spec.value;
-      else if (spec.value !== undefined) control.value = spec.value;
-      return [h('label', { for: id }, spec.label), control];
+      const control = wanted.options
+        ? h('select', { id, name: wanted.name }, wanted.options.map(([v, t]) => h('option', { value: v }, t)))
+        : h('input', { id, name: wanted.name, type: wanted.type ?? 'text', required: wanted.required, value: wanted.value ?? '' });
+      if (wanted.type === 'checkbox') control.checked = !!wanted.value;
+      else if (wanted.value !== undefined) control.value = wanted.value;
+      return [h('label', { for: id }, wanted.label), control];
     });
     const titleId = uniqueId('sheet');
     const confirm = h('button', { type: 'submit', class: destructive ? 'default destructive-default' : 'default' }, confirmLabel);
@@ -193,9 +193,9 @@ export function sheet({ title, message, fields = [], confirmLabel = 'OK', destru
     form.addEventListener('submit', (event) => {
       event.preventDefault();
       const values = {};
-      for (const spec of fields) {
-        const control = form.elements[spec.name];
-        values[spec.name] = spec.type === 'checkbox' ? control.checked : control.value;
+      for (const wanted of fields) {
+        const control = form.elements[wanted.name];
+        values[wanted.name] = wanted.type === 'checkbox' ? control.checked : control.value;
       }
       finish(values);
     });
