@@ -1,0 +1,222 @@
+import { call, ApiError } from '../api.js';
+import { h, row, group, section, button, popup, toggle, field, note, confirmAction, reportError, announce } from '../ui.js';
+import { rebuildKeepingFocus } from './common.js';
+
+// Every kind the widgets file knows, in the gallery's order, with a sign and one line about it.
+const KINDS = [
+  ['timer', 'Timer', '◴', 'Counts down from a preset.'],
+  ['pomodoro', 'Pomodoro', '◔', 'Focus and break rounds.'],
+  ['stopwatch', 'Stopwatch', '◶', 'Counts up, with laps.'],
+  ['clock', 'Clock', '◷', 'The time here or elsewhere.'],
+  ['countdown', 'Countdown', '◒', 'Days until a date.'],
+  ['timeProgress', 'Time Progress', '▰', 'How much of the day or year is gone.'],
+  ['calendar', 'Calendar', '▦', 'Your next events.'],
+  ['reminders', 'Reminders', '☑', 'Reminders due soon.'],
+  ['weather', 'Weather', '☀', 'Now and the next days.'],
+  ['claudeUsage', 'Claude Code Usage', '◆', 'Tokens used and the plan limits.'],
+  ['github', 'GitHub', '◇', 'Pull requests and contributions.'],
+  ['music', 'Music', '♫', 'What is playing.'],
+  ['battery', 'Battery', '▮', 'Charge of the Mac and devices.'],
+  ['activity', 'Activity', '▲', 'Processor and memory.'],
+  ['network', 'Network', '⇅', 'Traffic up and down.'],
+  ['note', 'Note', '✎', 'A few lines to keep in sight.'],
+  ['shortcut', 'Shortcut', '▶', 'Runs a shortcut.'],
+  ['airdrop', 'AirDrop', '◎', 'Drop files to send them.'],
+  ['pet', 'Pet', '●', 'A pet that roams the Dock.'],
+  ['water', 'Water', '◍', 'Glasses drunk today.'],
+  ['colourPicker', 'Colour Picker', '◐', 'Pick a colour from the screen.'],
+  ['clipboard', 'Clipboard', '⎘', 'What you copied lately.'],
+  ['bookmarks', 'Bookmarks', '★', 'Links at hand.'],
+  ['emoji', 'Emoji', '☺', 'Your frequent emoji.'],
+  ['screenshots', 'Screenshots', '⬚', 'The latest screenshots.'],
+  ['files', 'Files', '▤', 'Recent files.'],
+  ['shelf', 'Shelf', '⊟', 'Keep files for a moment.'],
+  ['converter', 'Converter', '⇄', 'Units and currencies.'],
+  ['fans', 'Fans', '✲', 'Fan speeds and temperatures.'],
+  ['keyboardLock', 'Keyboard Lock', '▤', 'Lock the keys to clean them.'],
+  ['collection', 'Collection', '⧉', 'Several widgets in one place.'],
+];
+
+function kindOf(widget) {
+  const kind = widget.kind;
+  return typeof kind === 'string' ? kind : Object.keys(kind ?? {})[0] ?? 'unknown';
+}
+
+function kindTitle(kind) {
+  return KINDS.find(([name]) => name === kind)?.[1] ?? kind;
+}
+
+// Field names are the widgets file's keys ("showsApparent"); this turns them into words.
+function fieldTitle(key) {
+  const words = key.replace(/([a-z0-9])([A-Z])/g, '$1 $2').replace(/Hex$/, ' colour').toLowerCase();
+  return words.charAt(0).toUpperCase() + words.slice(1);
+}
+
+export async function render(root, { title }) {
+  const state = { widgets: [], profiles: [], openId: null };
+  const installed = h('div');
+  const detail = h('div');
+  root.append(h('h1', {}, title), installed, detail, galleryView());
+
+  async function refresh() {
+    const [file, list] = await Promise.all([call('widgets'), call('list')]);
+    state.widgets = file.widgets ?? [];
+    state.profiles = list.profiles ?? [];
+    if (!state.widgets.some((w) => w.id === state.openId)) state.openId = null;
+    await rebuildKeepingFocus(installed, installedView);
+    await rebuildKeepingFocus(detail, detailView);
+  }
+
+  function galleryView() {
+    return section('Gallery', h('div', { class: 'gallery' }, KINDS.map(([kind, name, glyph, about]) =>
+      h('div', { class: 'card' },
+        h('div', { class: 'glyph', 'aria-hidden': 'true' }, glyph),
+        h('strong', {}, name),
+        h('span', { class: 'secondary' }, about),
+        button('Add', async () => {
+          try {
+            const reply = await call('widgets/add', { kind });
+            state.openId = reply.id ?? null;
+            announce(`Added ${name}.`);
+            await refresh();
+            detail.querySelector('input, select, button')?.focus();
+          } catch (error) {
+            reportError(error);
+          }
+        }, { name: `Add ${name}` })))));
+  }
+
+  function installedView() {
+    if (!state.widgets.length) return section('Your Widgets', group(note('No widgets yet. Add one from the gallery below.')));
+    return section('Your Widgets', group(...state.widgets.map((widget) => {
+      const shown = (widget.shownIn ?? []).map((id) => state.profiles.find((p) => p.id === id)?.name).filter(Boolean);
+      return h('div', { class: widget.id === state.openId ? 'row selected' : 'row' },
+        h('span', { class: 'tile-icon', 'aria-hidden': 'true' }, KINDS.find(([k]) => k === kindOf(widget))?.[2] ?? '◫'),
+        h('div', { class: 'row-label' },
+          h('span', { class: 'title' }, widget.name),
+          h('span', { class: 'description' }, `${kindTitle(kindOf(widget))} · ${shown.length ? `in ${shown.join(', ')}` : 'in no workspace'}`)),
+        h('button', {
+          type: 'button', 'aria-label': `Edit ${widget.name}`, 'aria-pressed': String(widget.id === state.openId),
+          'data-key': `edit-${widget.id}`,
+          onclick: async () => { state.openId = widget.id === state.openId ? null : widget.id; await refresh(); },
+        }, 'Edit…'));
+    })));
+  }
+
+  async function detailView() {
+    const widget = state.widgets.find((w) => w.id === state.openId);
+    if (!widget) return [];
+    const kind = kindOf(widget);
+    let settings = null;
+    try {
+      settings = await call('widgets/settings', { widget: widget.id });
+    } catch (error) {
+      if (!(error instanceof ApiError && error.isMissing)) throw error;
+    }
+    const set = async (body) => {
+      await call('widgets/set', { widget: widget.id, ...body });
+      await refresh();
+    };
+    const maxSpan = settings?.maxSpan ?? 4;
+    const spans = Array.from({ length: maxSpan }, (_, i) => [String(i + 1), i === 0 ? '1 tile' : `${i + 1} tiles`]);
+    const general = [
+      row('Name', field('Widget Name', widget.name, (name) => set({ name: name.trim() }))),
+      row('Width', popup('Width', spans, String(widget.span ?? 1), (span) => set({ span: Number(span) }))),
+    ];
+    const fields = settings?.fields ?? Object.values(widget.kind?.[kind] ?? {})[0] ?? {};
+    const fieldRows = Object.entries(fields).map(([key, value]) =>
+      settings ? fieldRow(key, value, (next) => set({ field: key, value: JSON.stringify(next) }))
+        : row(fieldTitle(key), h('span', { class: 'secondary' }, JSON.stringify(value))));
+
+    const shownIn = new Set(widget.shownIn ?? []);
+    const placeRows = state.profiles.map((profile) => row(profile.name,
+      toggle(`Show in ${profile.name}`, shownIn.has(profile.id), async (on) => {
+        await call(on ? 'widgets/show' : 'widgets/hide', { widget: widget.id, in: profile.id });
+        await refresh();
+      })));
+
+    return section(`${widget.name}`,
+      group(...general),
+      fieldRows.length ? h('h2', {}, 'Settings') : null,
+      fieldRows.length ? group(...fieldRows) : null,
+      settings ? null : note('Changing these settings here needs a newer version of the corvane tool.'),
+      await connectionView(kind),
+      h('h2', {}, 'Shown In'),
+      group(...(placeRows.length ? placeRows : [note('No workspaces yet.')])),
+      h('div', { class: 'footer' },
+        button('Remove Widget…', async () => {
+          if (!await confirmAction(`Remove "${widget.name}"?`, 'It leaves every workspace too.', 'Remove')) return;
+          try {
+            await call('widgets/remove', { widget: widget.id });
+            announce(`Removed ${widget.name}.`);
+            await refresh();
+          } catch (error) {
+            reportError(error);
+          }
+        }, { kind: 'destructive' })));
+  }
+
+  await refresh();
+}
+
+/** The editor for one field, picked from the value's type; null (unset) reads as text. */
+function fieldRow(key, value, save) {
+  const title = fieldTitle(key);
+  if (typeof value === 'boolean') return row(title, toggle(title, value, save));
+  if (typeof value === 'number') {
+    return row(title, field(title, String(value), (text) => {
+      const number = Number(text);
+      if (text.trim() === '' || Number.isNaN(number)) throw new Error(`${title} takes a number.`);
+      return save(number);
+    }, { type: 'number' }));
+  }
+  if (typeof value === 'string' && /Hex$/.test(key) && /^#[0-9a-f]{6}$/i.test(value)) {
+    const input = h('input', { type: 'color', 'aria-label': title, value });
+    input.addEventListener('change', () => save(input.value.toUpperCase()).catch(reportError));
+    return row(title, input);
+  }
+  if (typeof value === 'string' || value === null) {
+    return row(title, field(title, value ?? '', (text) => save(text === '' && value === null ? null : text),
+      { placeholder: value === null ? 'None' : undefined }));
+  }
+  return row(title, field(title, JSON.stringify(value), (text) => {
+    let parsed;
+    try {
+      parsed = JSON.parse(text);
+    } catch {
+      throw new Error(`${title} takes JSON, like ${JSON.stringify(value)}.`);
+    }
+    return save(parsed);
+  }, { width: '260px' }), 'As JSON.');
+}
+
+/** Widgets fed from outside show whether their source is reachable, and how to connect it. */
+async function connectionView(kind) {
+  if (kind === 'claudeUsage') {
+    const status = await call('usage/status').catch((error) => ({ message: error.message }));
+    const line = h('span', { class: 'description' }, status.message ?? '');
+    const act = (words) => async () => {
+      try {
+        const reply = await call(words);
+        line.textContent = reply.message ?? '';
+        announce(reply.message ?? 'Done.');
+      } catch (error) {
+        reportError(error);
+      }
+    };
+    return [h('h2', {}, 'Claude Code'), group(h('div', { class: 'row' },
+      h('div', { class: 'row-label' }, h('span', { class: 'title' }, 'Plan limits through the status line'), line),
+      h('div', { class: 'row-control' },
+        button('Connect', act('usage/connect'), { name: 'Connect Claude Code' }),
+        button('Disconnect', act('usage/disconnect'), { name: 'Disconnect Claude Code' }))))];
+  }
+  if (kind === 'github') {
+    const state = await call('github', { limit: 1 }).then(() => 'gh is installed and signed in.', (error) => error.message);
+    return [h('h2', {}, 'GitHub'), group(row('GitHub command-line tool', null, state))];
+  }
+  if (kind === 'weather') {
+    return [h('h2', {}, 'Place'), group(row('Weather place', null,
+      'The weather follows the latitude and longitude in the settings above.'))];
+  }
+  return null;
+}
