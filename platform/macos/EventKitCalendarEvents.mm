@@ -6,6 +6,7 @@
 #import <EventKit/EKReminder.h>
 #import <EventKit/EKSource.h>
 #import <Foundation/Foundation.h>
+#import <objc/message.h>
 
 namespace corvane {
 
@@ -96,10 +97,14 @@ void EventKitCalendarEvents::requestAccess(bool toReminders) {
     static EKEventStore* asking = [[EKEventStore alloc] init];
     EKEntityType type = toReminders ? EKEntityTypeReminder : EKEntityTypeEvent;
     if ([EKEventStore authorizationStatusForEntityType:type] != EKAuthorizationStatusNotDetermined) return;
-    auto ignore = ^(BOOL, NSError*) {};
-    if (@available(macOS 14.0, *)) {
-        if (toReminders) [asking requestFullAccessToRemindersWithCompletion:ignore];
-        else [asking requestFullAccessToEventsWithCompletion:ignore];
+    EKEventStoreRequestAccessCompletionHandler ignore = ^(BOOL, NSError*) {};
+    // macOS 14 replaced the old request with full-access ones, which are newer than the EventKit
+    // headers we build against, so they are found and sent at run time.
+    SEL full = NSSelectorFromString(toReminders ? @"requestFullAccessToRemindersWithCompletion:"
+                                                : @"requestFullAccessToEventsWithCompletion:");
+    if ([asking respondsToSelector:full]) {
+        using Request = void (*)(id, SEL, EKEventStoreRequestAccessCompletionHandler);
+        reinterpret_cast<Request>(objc_msgSend)(asking, full, ignore);
         return;
     }
     [asking requestAccessToEntityType:type completion:ignore];
