@@ -98,8 +98,9 @@ void EventKitCalendarEvents::requestAccess(bool toReminders) {
     EKEntityType type = toReminders ? EKEntityTypeReminder : EKEntityTypeEvent;
     if ([EKEventStore authorizationStatusForEntityType:type] != EKAuthorizationStatusNotDetermined) return;
     EKEventStoreRequestAccessCompletionHandler ignore = ^(BOOL, NSError*) {};
-    // macOS 14 replaced the old request with full-access ones, which are newer than the EventKit
-    // headers we build against, so they are found and sent at run time.
+    // macOS 14 replaced the old request with full-access ones. They are found and sent at run
+    // time, so that the file builds with SDKs older than them and the older request stays the
+    // fallback on older systems.
     SEL full = NSSelectorFromString(toReminders ? @"requestFullAccessToRemindersWithCompletion:"
                                                 : @"requestFullAccessToEventsWithCompletion:");
     if ([asking respondsToSelector:full]) {
