@@ -19,6 +19,8 @@ public:
         // connection to time out. Calls still run one at a time, in the command layer.
         http_.new_task_queue = [] { return new httplib::ThreadPool(8); };
         http_.set_payload_max_length(largestBody);
+        // Answers go out at once rather than waiting for the browser's delayed acknowledgement.
+        http_.set_tcp_nodelay(true);
         // Only SO_REUSEADDR, for a quick restart: the library's default, SO_REUSEPORT, would let a
         // second server (another window, or another program of this user) bind the same port and
         // take some of the page's calls.
