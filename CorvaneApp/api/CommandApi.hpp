@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CorvaneApp/api/CallDecoding.hpp"
 #include "CorvaneApp/cli/ToolContext.hpp"
 
 #include <filesystem>
@@ -17,19 +18,8 @@ struct ApiReply {
     std::string body;
 };
 
-/// A call decoded into the command line it stands for, or the one-line reason it cannot be one.
-struct DecodedCall {
-    std::vector<std::string> arguments;
-    /// The command prints JSON (it was given `--json`), so its output is the reply.
-    bool printsJson = false;
-    std::string error;
-    int status = 200;
-};
-
-/// Turns `WORDS` ("widgets/add") and a JSON object of parameters into the tool's command line:
-/// keys are the command's options without dashes ("color", "from-dock", "span") and its
-/// positional arguments by their help name in lower case ("workspace", "name"). Flags take true
-/// or false, options a string or a number, and repeated ones an array.
+/// A call decoded against the tool's own commands (`agent` and `ui`, which run until stopped,
+/// are none).
 DecodedCall decodeCall(std::string_view words, std::string_view body, ToolServices& services);
 
 /// The tool's commands as calls that take and give JSON: the vocabulary the window speaks. Each
