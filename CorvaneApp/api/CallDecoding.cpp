@@ -54,12 +54,17 @@ std::optional<std::string> argumentText(const nlohmann::json& value) {
 
 bool isFlag(const CLI::Option& option) { return option.get_expected_max() == 0; }
 
+/// A name the caller sent, quoted and escaped so that the error stays one line.
+std::string asSent(std::string_view text) {
+    return nlohmann::json(std::string(text)).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
 } // namespace
 
 DecodedCall decodeCall(std::string_view words, std::string_view body, const CommandsFor& addCommands) {
     auto path = splitWords(words);
     if (path.empty() || words.ends_with('/') || !std::all_of(path.begin(), path.end(), isWord))
-        return refused(404, "there is no command \"" + std::string(words) + "\"");
+        return refused(404, "there is no command " + asSent(words));
 
     nlohmann::json parameters = nlohmann::json::object();
     if (!body.empty()) {
@@ -73,7 +78,7 @@ DecodedCall decodeCall(std::string_view words, std::string_view body, const Comm
     CLI::App* command = &app;
     for (const auto& word : path) {
         command = subcommandNamed(*command, word);
-        if (!command) return refused(404, "there is no command \"" + std::string(words) + "\"");
+        if (!command) return refused(404, "there is no command " + asSent(words));
     }
 
     DecodedCall call;
@@ -100,7 +105,7 @@ DecodedCall decodeCall(std::string_view words, std::string_view body, const Comm
             }
         }
         if (!option)
-            return refused(400, "corvane " + std::string(words) + " has no parameter \"" + key + "\"");
+            return refused(400, "corvane " + std::string(words) + " has no parameter " + asSent(key));
         if (value.is_null()) continue;
         if (option->get_positional() && option->get_lnames().empty()) {
             positionals.emplace_back(option, &value);
@@ -108,7 +113,7 @@ DecodedCall decodeCall(std::string_view words, std::string_view body, const Comm
         }
         const auto& longName = option->get_lnames().front();
         if (isFlag(*option)) {
-            if (!value.is_boolean()) return refused(400, "\"" + key + "\" takes true or false");
+            if (!value.is_boolean()) return refused(400, asSent(key) + " takes true or false");
             if (value.get<bool>()) call.arguments.push_back("--" + longName);
             if (option == jsonFlag) call.printsJson = value.get<bool>();
             continue;
@@ -116,10 +121,10 @@ DecodedCall decodeCall(std::string_view words, std::string_view body, const Comm
         auto values = value.is_array() ? value : nlohmann::json::array({value});
         if (values.size() > 1 && option->get_expected_max() < 2 &&
             option->get_multi_option_policy() == CLI::MultiOptionPolicy::Throw)
-            return refused(400, "\"" + key + "\" takes one value");
+            return refused(400, asSent(key) + " takes one value");
         for (const auto& each : values) {
             auto text = argumentText(each);
-            if (!text) return refused(400, "\"" + key + "\" takes text or a number");
+            if (!text) return refused(400, asSent(key) + " takes text or a number");
             call.arguments.push_back("--" + longName + "=" + *text);
         }
     }

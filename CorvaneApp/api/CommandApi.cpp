@@ -32,7 +32,7 @@ DecodedCall decodeCall(std::string_view words, std::string_view body, ToolServic
     if (std::find(std::begin(longRunning), std::end(longRunning), first) != std::end(longRunning)) {
         DecodedCall refused;
         refused.status = 404;
-        refused.error = "there is no command \"" + std::string(words) + "\"";
+        refused.error = "there is no command \"" + std::string(first) + "\"";
         return refused;
     }
     // The parser of the named command, built only to read its options: nothing is parsed or run.

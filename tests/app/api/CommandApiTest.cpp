@@ -88,6 +88,9 @@ TEST_F(CommandApiTest, CallsThatCannotBeACommandLineAreRefusedWithOneLine) {
     EXPECT_EQ(refusal("list", "[1]", 400), "the parameters must be one JSON object");
     refusal("list", "{\"json\":", 400);
     EXPECT_EQ(refusal("rename", R"({"bogus": 1})", 400), "corvane rename has no parameter \"bogus\"");
+    // What the caller named comes back escaped, so a line break in it cannot split the line.
+    EXPECT_EQ(refusal("rename", R"({"a\nb": 1})", 400), R"(corvane rename has no parameter "a\nb")");
+    EXPECT_EQ(refusal("agent/x\ny", "{}", 404), "there is no command \"agent\"");
     // Global options are the host's, not the caller's: the data folder cannot be changed.
     refusal("list", R"({"data-dir": "/"})", 400);
     refusal("list", R"({"help": true})", 400);
