@@ -96,8 +96,10 @@ protected:
     ThreadSleeper sleeper;
     ProcProcessTable processes;
     PosixProcessRunner runner;
-    // A short settle time keeps the test quick; the rest is the production timing.
-    SystemDockReloader reloader{processes, runner, clock, sleeper, DockReloadTiming{0.3, 5.0, 0.05},
+    // A short settle time keeps the test quick. The relaunch wait is longer than the production
+    // one: it only polls, and a sanitized build on a loaded machine can take seconds to start the
+    // stand-in again.
+    SystemDockReloader reloader{processes, runner, clock, sleeper, DockReloadTiming{0.3, 20.0, 0.05},
                                 CORVANE_DOCK_STANDIN_NAME};
     DockSwapper swapper{DockPlistReader(backend, clock), DockPlistWriter(backend), reloader};
     const DockSnapshot target{{app("/Applications/New.app"), SpacerVariant::small}, {}, {}};
