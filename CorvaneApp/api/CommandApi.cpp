@@ -89,6 +89,7 @@ ApiReply CommandApi::call(std::string_view words, std::string_view body) {
     int status = runTool(static_cast<int>(argv.size()), argv.data(), services_, streams);
     if (status == 2) return {400, errorBody(errorMessage(err.str()))};
     if (status != 0) return {422, errorBody(errorMessage(err.str()))};
+    if (options_.afterCall) options_.afterCall();
 
     auto printed = out.str();
     if (decoded.printsJson) {

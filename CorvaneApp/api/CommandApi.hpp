@@ -4,6 +4,7 @@
 #include "CorvaneApp/cli/ToolContext.hpp"
 
 #include <filesystem>
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -30,6 +31,10 @@ public:
         std::filesystem::path dataDirectory;
         /// A Dock preferences file to work on instead of the live Dock.
         std::optional<std::filesystem::path> dockPlist;
+        /// Runs after every call that succeeded, on the caller's thread: a host that keeps the
+        /// application's state looks at the data files at once, so the bar and the menu follow
+        /// the window without waiting for their next look.
+        std::function<void()> afterCall;
     };
 
     CommandApi(ToolServices& services, Options options);

@@ -2,6 +2,7 @@
 
 #include "CorvaneApp/api/ApiServer.hpp"
 #include "CorvaneApp/api/CommandApi.hpp"
+#include "CorvaneApp/cli/LiveReaders.hpp"
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneApp/shell/AppHost.hpp"
 #include "CorvaneApp/shell/LivePlatform.hpp"
@@ -77,8 +78,18 @@ void runAgent(ToolContext& context, bool verbose, std::optional<Window> window =
         if (context.dockPlistOption) dockPlist = *context.dockPlistOption;
         std::optional<CommandApi> api;
         std::optional<ApiServer> server;
+        // The window's calls write the data files; the state looks at them at once.
+        std::atomic<AppHost*> following{nullptr};
+        std::atomic<MainQueue*> mainQueue{nullptr};
+        auto follow = [&following, &mainQueue] {
+            auto* queue = mainQueue.load();
+            if (!queue) return;
+            queue->post([&following] {
+                if (auto* host = following.load()) host->lookAtDataFiles();
+            });
+        };
         if (window) {
-            api.emplace(context.services, CommandApi::Options{dataDirectory, dockPlist});
+            api.emplace(context.services, CommandApi::Options{dataDirectory, dockPlist, follow});
             server.emplace(*api, makeSecret(), window->port);
             std::string error;
             if (!server->start(error)) throw std::runtime_error("the window cannot be served: " + error);
@@ -91,9 +102,12 @@ void runAgent(ToolContext& context, bool verbose, std::optional<Window> window =
             .dataDirectory = dataDirectory,
             .dockPlist = dockPlist,
             .logsToStderr = verbose || environment.contains("CORVANE_LOG"),
+            .connectWidgets = [&context](LiveWidgetPorts& ports) { addConnectedReaders(ports, context); },
         });
         auto& out = context.out;
         AppHost host(live->platform(), dataDirectory);
+        mainQueue = &live->platform().mainQueue;
+        following = &host;
         auto& state = host.state();
         state.callbacks.onWorkspaceSwitch = [&state, &out] { announceActive(state, out); };
         if (state.isDegraded())
@@ -106,6 +120,8 @@ void runAgent(ToolContext& context, bool verbose, std::optional<Window> window =
         if (!stopRequested) live->mainLoop().run();
         host.shutDown();
         if (server) server->stop();
+        following = nullptr;
+        mainQueue = nullptr;
         out << "Stopped." << std::endl;
     }
     if (auto threads = threadCount(); threads && *threads > 1)

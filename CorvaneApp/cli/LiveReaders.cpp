@@ -19,6 +19,7 @@
 #include <cmath>
 #include <exception>
 #include <memory>
+#include <mutex>
 #include <set>
 
 namespace corvane {
@@ -79,6 +80,36 @@ WidgetReading clipboard(ToolContext& context) {
     return ConnectedTiles::clipboard(file.read().value_or(std::vector<ClipboardItem>{}), {});
 }
 
+/// The history is sealed, and opening it asks the key store: a host that looks every few
+/// seconds opens it again only when the file changed.
+class ClipboardLook {
+public:
+    explicit ClipboardLook(ToolContext& context) : context_(context) {}
+
+    WidgetReading read() {
+        auto file = StoragePath::clipboardFileURL(context_.dataDirectory());
+        std::error_code error;
+        Stamp stamp{std::filesystem::file_size(file, error), {}};
+        if (!error) stamp.modified = std::filesystem::last_write_time(file, error);
+        if (error) stamp = {};
+        std::lock_guard lock(mutex_);
+        if (seen_ && seen_->first == stamp) return seen_->second;
+        auto reading = clipboard(context_);
+        seen_.emplace(stamp, reading);
+        return reading;
+    }
+
+private:
+    struct Stamp {
+        std::uintmax_t size = 0;
+        std::filesystem::file_time_type modified{};
+        bool operator==(const Stamp&) const = default;
+    };
+    ToolContext& context_;
+    std::mutex mutex_;
+    std::optional<std::pair<Stamp, WidgetReading>> seen_;
+};
+
 /// Readers never throw to the user: whatever went wrong becomes the tile's trouble.
 ConnectedReader guarded(std::function<WidgetReading(const DockWidget&, Date)> read) {
     return [read = std::move(read)](const DockWidget& widget, Date now) {
@@ -108,7 +139,9 @@ void addConnectedReaders(LiveWidgetPorts& ports, ToolContext& context) {
     ports.github = guarded([&context](const DockWidget& widget, Date) { return github(context, widget); });
     ports.claudeUsage =
         guarded([&context](const DockWidget& widget, Date now) { return claudeUsage(context, widget, now); });
-    ports.clipboard = guarded([&context](const DockWidget&, Date) { return clipboard(context); });
+    ports.clipboard = guarded([look = std::make_shared<ClipboardLook>(context)](const DockWidget&, Date) {
+        return look->read();
+    });
 }
 
 std::vector<DockWidget> placedWidgets(const WidgetsFile& file, const ProfilesFile& profiles) {

@@ -10,8 +10,10 @@ namespace corvane {
 
 struct ToolContext;
 
-/// Readers of the connected kinds for the command-line tool: each reads at once, as the
-/// tool's own weather, github, usage and clipboard commands do. `context` must outlive them.
+/// Readers of the connected kinds: each reads at once, as the tool's own weather, github, usage
+/// and clipboard commands do. A host that keeps widgets running calls them on a queue of their
+/// own, so they may run at the same time as each other; the clipboard history is opened again
+/// only when its file changed. `context` must outlive them.
 void addConnectedReaders(LiveWidgetPorts& ports, ToolContext& context);
 
 /// The widgets some workspace shows, each once: workspaces in file order, a workspace's widgets

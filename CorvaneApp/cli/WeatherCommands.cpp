@@ -26,6 +26,7 @@ struct Arguments {
     std::optional<double> latitude;
     std::optional<double> longitude;
     std::string unit = "celsius";
+    bool places = false;
     bool json = false;
 };
 
@@ -86,11 +87,14 @@ void addWeatherCommands(CLI::App& app, ToolContext& context) {
     weather->add_option("--lon", args->longitude, "Longitude of the place, -180 to 180");
     weather->add_option("--unit", args->unit, "celsius (default) or fahrenheit")
         ->check(CLI::IsMember({"celsius", "fahrenheit"}));
+    weather->add_flag("--places", args->places,
+                      "List the places the city's name finds, to choose one, instead of the weather");
     weather->add_flag("--json", args->json, "Print the reading as JSON");
     weather->callback([&context, args] {
         bool byPosition = args->latitude || args->longitude;
         if (byPosition && !args->city.empty()) throw UsageError("give a city or --lat and --lon, not both");
         if (!byPosition && args->city.empty()) throw UsageError("give a city, or --lat and --lon");
+        if (byPosition && args->places) throw UsageError("--places looks up a city, not a position");
         if (byPosition && !(args->latitude && args->longitude))
             throw UsageError("--lat and --lon go together");
         auto unit = *fromCaseName<WeatherUnit>(args->unit);
@@ -114,6 +118,17 @@ void addWeatherCommands(CLI::App& app, ToolContext& context) {
             if (search.failure)
                 throw std::runtime_error("could not search for " + quoted + ": " + *search.failure);
             if (search.places.empty()) throw std::runtime_error("could not find a place called " + quoted);
+            if (args->places) {
+                if (args->json) {
+                    Json found = Json::array();
+                    for (const auto& each : search.places) found.push_back(encodeWeatherPlace(each));
+                    context.out << prettyJson(Json::object({{"places", found}}));
+                    return;
+                }
+                for (const auto& each : search.places)
+                    context.out << each.displayName() << "  " << position(each.latitude, each.longitude) << "\n";
+                return;
+            }
             place = search.places.front();
             latitude = place->latitude;
             longitude = place->longitude;

@@ -3,6 +3,7 @@
 // draw that state.
 
 #include "CorvaneApp/api/CommandApi.hpp"
+#include "CorvaneApp/cli/LiveReaders.hpp"
 #include "CorvaneApp/cli/SystemToolServices.hpp"
 #include "CorvaneApp/bar/BarClicks.hpp"
 #include "CorvaneApp/macos/BarPanel.hpp"
@@ -17,6 +18,7 @@
 
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -83,13 +85,17 @@ NSMenu* mainMenu() {
 
 /// Everything that lives as long as the application, in the order it comes up.
 struct Application {
+    // The tool's services: the window runs its commands, and the connected widgets read through
+    // them. Made first, so that they outlive everything that uses them.
+    std::unique_ptr<SystemToolServices> tools;
+    std::ostringstream unprinted;
+    std::unique_ptr<ToolContext> readers;
     std::unique_ptr<LivePlatform> live;
     std::unique_ptr<AppHost> host;
     CFCalendarAdapter calendar;
     std::unique_ptr<StatusMenu> menu;
     std::unique_ptr<BarPanel> bar;
     // The window and what answers its pages, made when it is first asked for.
-    std::unique_ptr<SystemToolServices> tools;
     std::unique_ptr<CommandApi> api;
     std::unique_ptr<SettingsWindow> window;
 };
@@ -102,9 +108,13 @@ Application& application() {
 void showPage(const std::string& page) {
     auto& running = application();
     if (!running.window) {
-        running.tools = std::make_unique<SystemToolServices>();
-        running.api = std::make_unique<CommandApi>(running.tools->services(),
-                                                   CommandApi::Options{.dataDirectory = running.host->dataDirectory()});
+        // The bar and the menu follow what the window's calls wrote at once.
+        auto follow = [] {
+            application().live->platform().mainQueue.post([] { application().host->lookAtDataFiles(); });
+        };
+        running.api = std::make_unique<CommandApi>(
+            running.tools->services(),
+            CommandApi::Options{.dataDirectory = running.host->dataDirectory(), .afterCall = follow});
         running.window = std::make_unique<SettingsWindow>(*running.api);
     }
     running.window->open(page);
@@ -140,10 +150,14 @@ int main(int argc, char* argv[]) {
         auto environment = currentEnvironment();
         auto dataDirectory = LivePlatform::defaultDataDirectory(environment);
         auto& running = application();
+        running.tools = std::make_unique<SystemToolServices>();
+        running.readers = std::make_unique<ToolContext>(
+            ToolContext{running.tools->services(), running.unprinted, dataDirectory.string(), std::nullopt, nullptr, {}});
         running.live = std::make_unique<LivePlatform>(LivePlatform::Options{
             .environment = environment,
             .dataDirectory = dataDirectory,
             .isApplicationBundle = true,
+            .connectWidgets = [](LiveWidgetPorts& ports) { addConnectedReaders(ports, *application().readers); },
         });
         // The bar follows every change of the workspace, wherever it was made. Settings, the
         // workspace editor and the widgets open in the window; a new workspace is made on the
@@ -153,7 +167,7 @@ int main(int argc, char* argv[]) {
             .onShowSettings = [] { showPage("general"); },
             .onShowWorkspaces = [] { showPage("workspaces"); },
             .onNewProfile = [] { showPage("workspaces"); },
-            .onEditWidget = [](const Uuid&) { showPage("widgets"); },
+            .onEditWidget = [](const Uuid& widget) { showPage("widgets/" + widget.string()); },
             .onReconcileWidgetHelpers = [] { if (auto& bar = application().bar) bar->reload(); },
             .onShowPage = [](const std::string& page) { showPage(page); },
             .onOpenStack = [](const std::filesystem::path& folder) {
@@ -187,10 +201,12 @@ int main(int argc, char* argv[]) {
           auto& quitting = application();
           quitting.bar.reset();
           quitting.host->shutDown();
-          // A call of the window may still be running on its queue; the process ends in a moment
-          // anyway, so what it uses is left in place rather than destroyed under it.
+          // A call of the window or a widget's reading may still be running on its queue; the
+          // process ends in a moment anyway, so what they use is left in place rather than
+          // destroyed under them.
           (void)quitting.window.release();
           (void)quitting.api.release();
+          (void)quitting.readers.release();
           (void)quitting.tools.release();
         };
         [shared run];

@@ -39,6 +39,12 @@ public:
     /// Who redraws the tiles of widgets whose reading changed: the bar, where there is one.
     void setWidgetChangeHandler(BarWidgetHost::ChangeHandler handler) { onWidgetChange_ = std::move(handler); }
 
+    /// Looks at the data files now rather than at the watcher's next look: another process (the
+    /// window's command) has just written them.
+    void lookAtDataFiles() {
+        if (!isShutDown_) watcher_.poll();
+    }
+
     /// Takes the quit backup, stops hotkeys, monitors and the file watcher, and gives the
     /// screen back to the macOS Dock as the user had it. Only the first call does anything.
     void shutDown();

@@ -151,6 +151,7 @@ LivePlatform::LivePlatform(Options options) : adapters_(std::make_unique<Adapter
         .screenshotsFolder = screenshotsFolder(options.environment),
         .downloadsFolder = DownloadsTile::folder(options.environment),
     });
+    if (options.connectWidgets) options.connectWidgets(*widgetPorts_);
     platform_ = std::make_unique<AppPlatform>(AppPlatform{
         .environment = options.environment,
         .clock = a.clock,

@@ -4,6 +4,7 @@
 #include "CorvaneCore/platform/MainLoop.hpp"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -24,6 +25,9 @@ public:
         bool logsToStderr = false;
         /// The application bundle: it may register itself to start at login. Other hosts never do.
         bool isApplicationBundle = false;
+        /// Gives the connected widgets (weather, GitHub, usage, clipboard) their readers; without
+        /// it they show that they are not connected.
+        std::function<void(LiveWidgetPorts&)> connectWidgets;
     };
 
     explicit LivePlatform(Options options);

@@ -15,7 +15,11 @@ std::string quoted(std::string_view text) {
 
 std::string startAddress(std::string_view page) {
     std::string address = std::string(scheme) + "://" + std::string(host) + "/index.html";
-    if (!page.empty()) address += "#page=" + std::string(page);
+    if (page.empty()) return address;
+    // "widgets/ID": the page, and the one thing on it to open.
+    auto slash = page.find('/');
+    address += "#page=" + std::string(page.substr(0, slash));
+    if (slash != std::string_view::npos) address += "&item=" + std::string(page.substr(slash + 1));
     return address;
 }
 

@@ -19,7 +19,8 @@ inline constexpr std::string_view host = "app";
 /// Settings), not by the command vocabulary.
 inline constexpr std::string_view nativePrefix = "native/";
 
-/// The address that opens the pages on `page` when nothing is loaded yet.
+/// The address that opens the pages on `page` when nothing is loaded yet. A page may name one
+/// thing on it to open: "widgets/ID" is that widget's settings.
 std::string startAddress(std::string_view page);
 /// Asks a loaded page to show `page`.
 std::string openPageScript(std::string_view page);

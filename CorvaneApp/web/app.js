@@ -25,6 +25,12 @@ function pageFromHash() {
   return match && PAGES.some((page) => page.name === match[1]) ? match[1] : null;
 }
 
+/** The one thing a page opens on, such as a widget's settings: "#page=widgets&item=ID". */
+function itemFromHash() {
+  const match = /(?:^#|&)item=([0-9A-Za-z-]+)/.exec(location.hash);
+  return match ? match[1] : null;
+}
+
 function buildSidebar() {
   const list = document.getElementById('pages');
   for (const page of PAGES) {
@@ -53,9 +59,13 @@ function buildSidebar() {
   });
 }
 
-/** Shows a page; the app calls this for its menu items and launch requests. */
+/**
+ * Shows a page; the app calls this for its menu items and launch requests. "widgets/ID" opens
+ * the widgets page on that widget's settings.
+ */
 export async function openPage(name) {
-  const page = PAGES.find((candidate) => candidate.name === name) ?? PAGES[0];
+  const [pageName, item = null] = String(name).split('/');
+  const page = PAGES.find((candidate) => candidate.name === pageName) ?? PAGES[0];
   for (const [tabName, tab] of tabs) {
     const selected = tabName === page.name;
     tab.setAttribute('aria-selected', String(selected));
@@ -63,7 +73,8 @@ export async function openPage(name) {
   }
   panel.setAttribute('aria-labelledby', `tab-${page.name}`);
   current = page.name;
-  if (pageFromHash() !== page.name) history.replaceState(null, '', `#page=${page.name}`);
+  const hash = item ? `#page=${page.name}&item=${encodeURIComponent(item)}` : `#page=${page.name}`;
+  if (location.hash !== hash) history.replaceState(null, '', hash);
   const load = ++loadCount;
   panel.setAttribute('aria-busy', 'true');
   try {
@@ -71,7 +82,7 @@ export async function openPage(name) {
     if (load !== loadCount) return;
     const content = h('div', { class: 'page-content' });
     panel.replaceChildren(content);
-    await module.render(content, { title: page.title });
+    await module.render(content, { title: page.title, item });
   } catch (error) {
     if (load === loadCount) reportError(error);
   } finally {
@@ -89,7 +100,8 @@ window.corvane = { openPage, droppedPaths, get page() { return current; } };
 buildSidebar();
 window.addEventListener('hashchange', () => {
   const name = pageFromHash();
-  if (name && name !== current) openPage(name);
+  const item = itemFromHash();
+  if (name && (name !== current || item)) openPage(item ? `${name}/${item}` : name);
 });
 /** Until the welcome has been gone through once, the window opens on it. */
 async function firstPage() {
@@ -101,4 +113,5 @@ async function firstPage() {
   return 'workspaces';
 }
 
-openPage(pageFromHash() ?? await firstPage());
+const start = pageFromHash();
+openPage(start ? [start, itemFromHash()].filter(Boolean).join('/') : await firstPage());

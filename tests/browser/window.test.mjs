@@ -193,6 +193,32 @@ test('add a widget, edit its settings and show it in a workspace', { skip: !tool
   });
 });
 
+test("a widget named in the address opens on its settings, and the weather's place is looked up and chosen", async () => {
+  await withWindow({}, async ({ page, tool }) => {
+    const id = (await tool('widgets', 'add', 'weather')).trim();
+    // What the app does for a widget's Edit: the page and the widget, in the address.
+    await page.evaluate((widget) => { location.hash = `#page=widgets&item=${widget}`; }, id);
+    await settled(page);
+    assert.equal(await page.getByRole('textbox', { name: 'Widget Name' }).inputValue(), 'Weather');
+
+    // The search goes to the network; here it answers from the page's side.
+    await page.route('**/api/weather', (route) => route.fulfill({
+      status: 200, contentType: 'application/json',
+      body: JSON.stringify({ places: [
+        { name: 'Oslo', region: 'Oslo, Norway', latitude: 59.91273, longitude: 10.74609 },
+        { name: 'Oslo', region: 'Minnesota, United States', latitude: 48.19551, longitude: -97.13175 }] }),
+    }));
+    const city = page.getByRole('searchbox', { name: 'City to look up' });
+    await city.fill('Oslo');
+    await city.press('Enter');
+    await page.getByRole('button', { name: 'Use Oslo, Minnesota, United States' }).click();
+    await page.getByText('The weather now shows Oslo, Minnesota, United States.').waitFor({ state: 'attached' });
+    const fields = (await tool('widgets', 'settings', id, '--json')).fields;
+    assert.deepEqual([fields.cityName, fields.latitude, fields.longitude],
+      ['Oslo, Minnesota, United States', 48.19551, -97.13175]);
+  });
+});
+
 test('restoring a backup asks first, then puts the workspaces back', async () => {
   await withWindow({}, async ({ page, tool }) => {
     await tool('new', 'Before');

@@ -52,8 +52,8 @@ function fieldTitle(key) {
   return words.charAt(0).toUpperCase() + words.slice(1);
 }
 
-export async function render(root, { title }) {
-  const state = { widgets: [], profiles: [], openId: null };
+export async function render(root, { title, item = null }) {
+  const state = { widgets: [], profiles: [], openId: item };
   const installed = h('div');
   const detail = h('div');
   root.append(h('h1', {}, title), installed, detail, galleryView());
@@ -140,7 +140,7 @@ export async function render(root, { title }) {
       fieldRows.length ? h('h2', {}, 'Settings') : null,
       fieldRows.length ? group(...fieldRows) : null,
       settings ? null : note('Changing these settings here needs a newer version of the corvane tool.'),
-      await connectionView(kind),
+      await connectionView(kind, settings, set),
       h('h2', {}, 'Shown In'),
       group(...(placeRows.length ? placeRows : [note('No workspaces yet.')])),
       h('div', { class: 'footer' },
@@ -191,7 +191,7 @@ function fieldRow(key, value, save) {
 }
 
 /** Widgets fed from outside show whether their source is reachable, and how to connect it. */
-async function connectionView(kind) {
+async function connectionView(kind, settings, set) {
   if (kind === 'claudeUsage') {
     const status = await call('usage/status').catch((error) => ({ message: error.message }));
     const line = h('span', { class: 'description' }, status.message ?? '');
@@ -214,9 +214,58 @@ async function connectionView(kind) {
     const state = await call('github', { limit: 1 }).then(() => 'gh is installed and signed in.', (error) => error.message);
     return [h('h2', {}, 'GitHub'), group(row('GitHub command-line tool', null, state))];
   }
-  if (kind === 'weather') {
-    return [h('h2', {}, 'Place'), group(row('Weather place', null,
-      'The weather follows the latitude and longitude in the settings above.'))];
-  }
+  if (kind === 'weather') return placeSearch(settings?.fields, set);
   return null;
+}
+
+/** The weather widget's place: a city looked up by name, one of the places found chosen. */
+function placeSearch(fields, set) {
+  const current = fields?.cityName
+    ?? (fields?.latitude != null ? `${fields.latitude}, ${fields.longitude}` : 'None yet');
+  const input = h('input', { type: 'search', 'aria-label': 'City to look up', placeholder: 'City' });
+  const found = h('div', { class: 'group', role: 'list', 'aria-label': 'Places found', hidden: true });
+  const choose = (place) => async () => {
+    const name = [place.name, place.region].filter(Boolean).join(', ');
+    try {
+      // The position first: until the name follows, the tile shows the new place unnamed
+      // rather than the old name over another place's weather.
+      await set({ field: 'latitude', value: JSON.stringify(place.latitude) });
+      await set({ field: 'longitude', value: JSON.stringify(place.longitude) });
+      await set({ field: 'cityName', value: JSON.stringify(name) });
+      announce(`The weather now shows ${name}.`);
+    } catch (error) {
+      reportError(error);
+    }
+  };
+  const search = async () => {
+    const city = input.value.trim();
+    if (city.length < 2) {
+      reportError(new Error('Type at least two letters of the city.'));
+      return;
+    }
+    try {
+      const reply = await call('weather', { city, places: true, json: true });
+      found.replaceChildren(...reply.places.map((place) => {
+        const name = [place.name, place.region].filter(Boolean).join(', ');
+        const position = `${place.latitude.toFixed(2)}, ${place.longitude.toFixed(2)}`;
+        const line = row(name, button('Use', choose(place), { name: `Use ${name}` }), position);
+        line.setAttribute('role', 'listitem');
+        return line;
+      }));
+      found.hidden = false;
+    } catch (error) {
+      found.hidden = true;
+      reportError(error);
+    }
+  };
+  input.addEventListener('keydown', (event) => {
+    if (event.key !== 'Enter') return;
+    event.preventDefault();
+    search();
+  });
+  return [h('h2', {}, 'Place'),
+    group(row('Shown', h('span', { class: 'secondary' }, current)),
+      row('Look up a city', h('div', { class: 'row-control' }, input,
+        button('Search', search, { name: 'Search for the city' })))),
+    found];
 }

@@ -99,6 +99,15 @@ TEST_F(CommandApiTest, CallsThatCannotBeACommandLineAreRefusedWithOneLine) {
     EXPECT_EQ(refusal("rename", R"({"workspace": ["a", "b"]})", 400), "\"workspace\" takes one value");
 }
 
+TEST_F(CommandApiTest, TheHostIsToldAfterEveryCallThatSucceededAndOnlyThen) {
+    int looks = 0;
+    CommandApi following{system.services(), {dir.path() / "data", dir.path() / "dock.plist", [&] { ++looks; }}};
+    EXPECT_EQ(following.call("new", R"({"name": "Work"})").status, 200);
+    EXPECT_EQ(following.call("rename", R"({"workspace": "Nope", "name": "X"})").status, 422);
+    EXPECT_EQ(following.call("nosuch", "{}").status, 404);
+    EXPECT_EQ(looks, 1);
+}
+
 TEST_F(CommandApiTest, CommandsAnswerTheirJsonOrWhatTheyMade) {
     auto made = call("new", {{"name", "<img src=x onerror=alert(1)>"}, {"color", "pink"}});
     EXPECT_EQ(made["ok"], true);

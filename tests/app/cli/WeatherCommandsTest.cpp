@@ -1,5 +1,6 @@
 #include "CorvaneApp/cli/Tool.hpp"
 #include "CorvaneApp/cli/ToolContext.hpp"
+#include "CorvaneCore/support/JsonCoding.hpp"
 #include "CorvaneCore/widgets/weather/WeatherService.hpp"
 #include "fakes/CannedHttpClient.hpp"
 #include "fakes/CapturingLog.hpp"
@@ -86,6 +87,20 @@ TEST(WeatherCommands, ACityIsLookedUpThenItsWeatherIsShownInItsOwnCalendar) {
     EXPECT_NE(json.out.find("\"place\": {\n    \"latitude\": 59.91273"), std::string::npos) << json.out;
     EXPECT_NE(json.out.find("\"temperature\": 4.6"), std::string::npos);
     EXPECT_NE(json.out.find("\"timeZone\": \"Europe/Oslo\""), std::string::npos);
+
+    // The places to choose from, as the window's place search lists them; no forecast is read.
+    auto requests = tool.http.requests().size();
+    auto places = tool.run({"weather", "Oslo", "--places"});
+    ASSERT_EQ(places.status, 0) << places.err;
+    EXPECT_EQ(places.out, "Oslo, Oslo, Norway  59.9127, 10.7461\n"
+                          "Oslo, Minnesota, United States  48.1955, -97.1317\n"
+                          "Oslo Islet  -10.5000, 105.6000\n"
+                          "Empty Region, Chile  1.0000, 2.0000\n");
+    auto placesJson = tool.run({"weather", "Oslo", "--places", "--json"});
+    EXPECT_EQ(Json::parse(placesJson.out)["places"][1]["longitude"], -97.13175) << placesJson.out;
+    EXPECT_EQ(tool.http.requests().size(), requests + 2);
+    EXPECT_EQ(tool.run({"weather", "--lat", "1", "--lon", "2", "--places"}).err,
+              "corvane: --places looks up a city, not a position\n");
 }
 
 TEST(WeatherCommands, APositionAndAUnitNeedNoSearch) {

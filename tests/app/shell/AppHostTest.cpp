@@ -16,6 +16,8 @@ TEST_F(Hosting, StartsOnTheFolderFollowsOtherProcessesAndStopsOnceWithItsQuitBac
     EXPECT_EQ(backupReasons(), std::vector{WorkspaceBackup::Reason::launch});
 
     auto play = anotherProcessAddsAndActivates("Play");
+    host->lookAtDataFiles(); // as after a call of the window: no waiting for the next look
+    EXPECT_EQ(state.profiles().size(), 2u);
     scheduler.advance(AppHost::focusPollInterval); // several looks; the change counts once
     EXPECT_EQ(state.profiles().size(), 2u);
     EXPECT_EQ(state.activeProfileId(), play);
@@ -39,6 +41,7 @@ TEST_F(Hosting, StartsOnTheFolderFollowsOtherProcessesAndStopsOnceWithItsQuitBac
     anotherProcessAddsAndActivates("Late");
     host->shutDown();
     host->shutDown();
+    host->lookAtDataFiles();
     EXPECT_EQ(backupReasons(), (std::vector{WorkspaceBackup::Reason::quit, WorkspaceBackup::Reason::launch}));
     EXPECT_TRUE(hotkeys.live.empty());
     scheduler.advance(10);

@@ -31,6 +31,7 @@ TEST(WindowBridge, NamesAndPathsReachThePageAsDataNeverAsCode) {
 TEST(WindowBridge, StartAddressAndSystemSettingsPanes) {
     EXPECT_EQ(WindowBridge::startAddress("backups"), "corvane://app/index.html#page=backups");
     EXPECT_EQ(WindowBridge::startAddress(""), "corvane://app/index.html");
+    EXPECT_EQ(WindowBridge::startAddress("widgets/6F1C"), "corvane://app/index.html#page=widgets&item=6F1C");
 
     EXPECT_EQ(WindowBridge::systemSettingsAddress("focus"),
               "x-apple.systempreferences:com.apple.preference.security?Privacy_Focus");
