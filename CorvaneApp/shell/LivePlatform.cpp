@@ -28,7 +28,11 @@
 #include "platform/macos/MusicNowPlaying.hpp"
 #include "platform/macos/WidgetPermissions.hpp"
 #include "platform/macos/OsLog.hpp"
+#include "platform/macos/KeychainSecretStore.hpp"
 #include "platform/macos/SkyLightDesktopServer.hpp"
+#include "platform/macos/SystemPasteboard.hpp"
+#include "platform/curl/CurlHttpClient.hpp"
+#include "CorvaneWidgetsUI/clipboard/ClipboardModel.hpp"
 #include "platform/macos/SystemFocusStatusProvider.hpp"
 #include "platform/macos/WindowServerWindowList.hpp"
 #include "platform/macos/WorkspaceDesktopEvents.hpp"
@@ -102,6 +106,11 @@ struct LivePlatform::Adapters : CommonAdapters {
     MusicNowPlaying music;
     EventKitCalendarEvents events;
     MacDesktopActions desktop;
+    // The clipboard widget's history, kept as copies happen.
+    SystemPasteboard pasteboard;
+    KeychainSecretStore secrets{log};
+    CurlHttpClient http;
+    std::unique_ptr<ClipboardServices> clipboard;
 };
 #else
 // No macOS Dock to keep out of the way, and no login items.
@@ -152,6 +161,25 @@ LivePlatform::LivePlatform(Options options) : adapters_(std::make_unique<Adapter
         .downloadsFolder = DownloadsTile::folder(options.environment),
     });
     if (options.connectWidgets) options.connectWidgets(*widgetPorts_);
+#ifdef __APPLE__
+    a.clipboard = std::make_unique<ClipboardServices>(ClipboardServices{
+        .pasteboard = a.pasteboard,
+        .secrets = a.secrets,
+        .http = a.http,
+        .clock = a.clock,
+        .scheduler = a.mainQueue,
+        .mainQueue = a.mainQueue,
+        .log = a.log,
+        .storeURL = StoragePath::clipboardFileURL(options.dataDirectory),
+        .makeQueue = [] { return std::unique_ptr<SerialQueue>(std::make_unique<ThreadSerialQueue>()); },
+        .frontmostApplication =
+            [] {
+                auto frontmost = SystemPasteboard::frontmostApplication();
+                return ClipboardFrontmostApp{frontmost.bundleIdentifier, frontmost.name};
+            },
+    });
+    widgetPorts_->pasteboardWatch = a.clipboard.get();
+#endif
     platform_ = std::make_unique<AppPlatform>(AppPlatform{
         .environment = options.environment,
         .clock = a.clock,

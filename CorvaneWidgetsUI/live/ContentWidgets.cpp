@@ -11,6 +11,7 @@
 #include "CorvaneStorage/widgets/WaterStore.hpp"
 #include "CorvaneWidgetsUI/clipboard/ClipboardModel.hpp"
 #include "CorvaneWidgetsUI/github/GitHubModel.hpp"
+#include "CorvaneWidgetsUI/live/ConnectedTiles.hpp"
 #include "CorvaneWidgetsUI/live/LiveKinds.hpp"
 #include "CorvaneWidgetsUI/live/RecentFiles.hpp"
 #include "CorvaneWidgetsUI/usage/ClaudeUsageModel.hpp"
@@ -416,6 +417,22 @@ class ConnectedWidget final : public PolledWidget {
     ConnectedReader reader_;
 };
 
+/// The clipboard widget of a host that watches the pasteboard: the model keeps the history as
+/// copies happen, on its own poll, and the tile follows at its next tick.
+class WatchingClipboardWidget final : public PolledWidget {
+  public:
+    WatchingClipboardWidget(DockWidget widget, const ClipboardServices& services)
+        : PolledWidget(widget, tileInterval), model_(std::move(widget), services) {}
+
+  protected:
+    WidgetReading read(Date) override { return ConnectedTiles::clipboard(model_); }
+    void settingsChanged() override { model_.setWidget(widget_); }
+
+  private:
+    static constexpr double tileInterval = 1;
+    ClipboardModel model_;
+};
+
 } // namespace
 
 std::unique_ptr<LiveWidget> makeContentWidget(const DockWidget& widget, const LiveWidgetPorts& ports) {
@@ -461,6 +478,7 @@ std::unique_ptr<LiveWidget> makeContentWidget(const DockWidget& widget, const Li
     case WidgetKind::claudeUsage:
         return connected(ports.claudeUsage, ClaudeUsageModel::refreshSeconds);
     case WidgetKind::clipboard:
+        if (ports.pasteboardWatch) return std::make_unique<WatchingClipboardWidget>(widget, *ports.pasteboardWatch);
         return connected(ports.clipboard, 2);
     default:
         return missing(WidgetTrouble::notAvailableHere);

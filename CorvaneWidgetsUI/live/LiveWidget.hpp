@@ -19,6 +19,7 @@ namespace corvane {
 
 class Calendar;
 class CalendarEvents;
+struct ClipboardServices;
 class Clock;
 class DesktopActions;
 class FanSensors;
@@ -137,6 +138,10 @@ struct LiveWidgetPorts {
     ConnectedReader github;
     ConnectedReader claudeUsage;
     ConnectedReader clipboard;
+    /// Where a host that keeps running watches the pasteboard: its clipboard widgets keep the
+    /// history themselves, as copies happen. Without it they show the saved history through
+    /// `clipboard`.
+    const ClipboardServices* pasteboardWatch = nullptr;
 };
 
 /// The live model of any widget. Every kind has one; the reading of a kind without its

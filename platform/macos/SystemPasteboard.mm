@@ -99,4 +99,14 @@ void SystemPasteboard::writeFile(const std::string& fileURL) {
     }
 }
 
+SystemPasteboard::Frontmost SystemPasteboard::frontmostApplication() {
+    @autoreleasepool {
+        Frontmost frontmost;
+        NSRunningApplication* application = NSWorkspace.sharedWorkspace.frontmostApplication;
+        if (application.bundleIdentifier != nil) frontmost.bundleIdentifier = application.bundleIdentifier.UTF8String;
+        if (application.localizedName != nil) frontmost.name = application.localizedName.UTF8String;
+        return frontmost;
+    }
+}
+
 } // namespace corvane

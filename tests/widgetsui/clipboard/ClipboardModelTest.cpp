@@ -1,5 +1,7 @@
 #include "CorvaneStorage/widgets/clipboard/ClipboardHistoryFile.hpp"
 #include "CorvaneWidgetsUI/clipboard/ClipboardModel.hpp"
+#include "CorvaneWidgetsUI/live/LiveWidget.hpp"
+#include "fakes/FixedOffsetCalendar.hpp"
 #include "widgetsui/clipboard/ClipboardHarness.hpp"
 
 #include <gtest/gtest.h>
@@ -77,6 +79,22 @@ TEST(ClipboardModel, PollsTwiceASecondAndPublishesOnTheMainQueue) {
     h.settle();
     EXPECT_EQ(model.items().size(), 1u);
     EXPECT_GE(changes, 5);
+}
+
+TEST(ClipboardModel, AHostThatWatchesThePasteboardShowsTheLiveHistoryOnTheTile) {
+    ModelHarness h;
+    FixedOffsetCalendar calendar{0};
+    auto services = h.services();
+    LiveWidgetPorts ports{.clock = h.clock, .calendar = calendar, .pasteboardWatch = &services};
+    auto tile = makeLiveWidget(h.widget, ports);
+    tile->tick(h.clock.now());
+    EXPECT_EQ(tile->reading().caption, "\u2026");
+    h.settle();
+    h.pasteboard.copyText("hello");
+    h.settle(ClipboardModel::pollInterval);
+    EXPECT_TRUE(tile->tick(h.clock.now()));
+    EXPECT_EQ(tile->reading(), (WidgetReading{.caption = "1 item", .detail = "hello"}));
+    EXPECT_EQ(tile->nextTick(), h.clock.now() + 1);
 }
 
 TEST(ClipboardModel, ClosingSavesWhatIsPendingAndDropsLateResults) {
