@@ -63,8 +63,15 @@ TEST(ApiServerRequests, AnswersOverTheLoopbackAddress) {
     ASSERT_TRUE(huge);
     EXPECT_EQ(huge->status, 413);
 
-    auto listed = client.Post("/api/list", authorized, "{}", "application/json");
+    // What a browser accepts: nothing is compressed on the loopback, pages or answers.
+    httplib::Headers likeABrowser{{"Authorization", "Bearer s3cret"}, {"Accept-Encoding", "gzip, deflate, br"}};
+    auto listed = client.Post("/api/list", likeABrowser, "{}", "application/json");
     ASSERT_TRUE(listed);
+    EXPECT_FALSE(listed->has_header("Content-Encoding"));
+    auto page = client.Get("/index.html", likeABrowser);
+    ASSERT_TRUE(page);
+    EXPECT_EQ(page->status, 200);
+    EXPECT_FALSE(page->has_header("Content-Encoding"));
     EXPECT_NE(listed->body.find("\"Work\""), std::string::npos);
     EXPECT_EQ(listed->body.find("Evil"), std::string::npos);
 
