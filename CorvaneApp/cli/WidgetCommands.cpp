@@ -275,6 +275,24 @@ void stack(Stores& stores, const Arguments& args, std::ostream& out) {
     out << created.id.string() << "\n";
 }
 
+void unstack(Stores& stores, const std::string& workspace, const std::string& widgetArgument, std::ostream& out) {
+    auto profile = resolveWorkspace(stores.profiles.file().profiles, workspace);
+    const auto& widget = resolveWidget(stores.widgets.file().widgets, widgetArgument);
+    auto holds = [&](const WidgetStack& stack) {
+        return std::find(stack.members.begin(), stack.members.end(), widget.id) != stack.members.end();
+    };
+    if (std::none_of(profile.stacks.begin(), profile.stacks.end(), holds))
+        throw std::runtime_error(inQuotes(widget.name) + " is in no stack in " + inQuotes(profile.name));
+    changeWorkspaces(stores.profiles, [&](const Profile& each) {
+        if (each.id != profile.id) return each;
+        auto result = each;
+        std::erase_if(result.stacks, holds);
+        return result;
+    });
+    out << "Took the stack of " << inQuotes(widget.name) << " in " << inQuotes(profile.name)
+        << " apart; its widgets stay, each in its own place.\n";
+}
+
 
 std::string fieldList(const Json& fields) {
     std::string list;
@@ -341,7 +359,7 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
     auto args = std::make_shared<Arguments>();
 
     auto* widgets =
-        app.add_subcommand("widgets", "List the widgets, and add, remove, show, hide or stack them");
+        app.add_subcommand("widgets", "List the widgets, and add, remove, show, hide, stack or unstack them");
     widgets->add_flag("--json", args->json,
                       "Print the widgets file, each widget with the workspaces showing it");
     widgets->callback([&context, &out, args, widgets] {
@@ -413,6 +431,16 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
     stackCommand->callback([&context, &out, args] {
         Stores stores(context);
         stack(stores, *args, out);
+    });
+
+    auto* unstackCommand = widgets->add_subcommand(
+        "unstack", "Take the stack holding a widget apart; its widgets stay in the workspace, each in its own place");
+    unstackCommand->add_option("WORKSPACE", args->workspace, "Id or name")->required();
+    unstackCommand->add_option("WIDGET", args->widget, "Any widget of the stack: id, unique id prefix or name")
+        ->required();
+    unstackCommand->callback([&context, &out, args] {
+        Stores stores(context);
+        unstack(stores, args->workspace, args->widget, out);
     });
 
     auto* settings = widgets->add_subcommand("settings", "A widget's settings, every field with its value");

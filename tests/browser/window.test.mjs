@@ -219,6 +219,28 @@ test("a widget named in the address opens on its settings, and the weather's pla
   });
 });
 
+test('two widgets shown in a workspace are stacked and taken apart again', { skip: !toolHas('widgets unstack') && 'needs corvane widgets unstack' }, async () => {
+  await withWindow({}, async ({ page, tool }) => {
+    await tool('new', 'Work');
+    const tea = (await tool('widgets', 'add', 'timer', '--name', 'Tea')).trim();
+    await tool('widgets', 'add', 'stopwatch', '--name', 'Laps');
+    await tool('widgets', 'show', 'Tea', '--in', 'Work');
+    await tool('widgets', 'show', 'Laps', '--in', 'Work');
+    await page.evaluate((widget) => { location.hash = `#page=widgets&item=${widget}`; }, tea);
+    await settled(page);
+    await page.getByRole('combobox', { name: 'Stack in Work' }).selectOption({ label: 'Laps' });
+    await page.getByText('Stacked with Laps.').waitFor();
+    const work = async () => (await tool('list', '--json')).profiles.find((profile) => profile.name === 'Work');
+    const [stack] = (await work()).stacks ?? [];
+    assert.equal(stack.members.length, 2);
+    assert.equal(stack.members[1], tea);
+
+    await page.getByRole('button', { name: 'Unstack in Work' }).click();
+    await page.getByRole('combobox', { name: 'Stack in Work' }).waitFor();
+    assert.equal((await work()).stacks, undefined);
+  });
+});
+
 test('restoring a backup asks first, then puts the workspaces back', async () => {
   await withWindow({}, async ({ page, tool }) => {
     await tool('new', 'Before');

@@ -143,6 +143,7 @@ export async function render(root, { title, item = null }) {
       await connectionView(kind, settings, set),
       h('h2', {}, 'Shown In'),
       group(...(placeRows.length ? placeRows : [note('No workspaces yet.')])),
+      stackView(widget),
       h('div', { class: 'footer' },
         button('Remove Widget…', async () => {
           if (!await confirmAction(`Remove "${widget.name}"?`, 'It leaves every workspace too.', 'Remove')) return;
@@ -154,6 +155,48 @@ export async function render(root, { title, item = null }) {
             reportError(error);
           }
         }, { kind: 'destructive' })));
+  }
+
+  /**
+   * Where the widget is shown, it can share one place with widgets of its width: a stack, whose
+   * tile shows one member at a time. Stacking with a widget that is stacked already joins its stack.
+   */
+  function stackView(widget) {
+    const byId = new Map(state.widgets.map((w) => [w.id, w]));
+    const names = (ids) => ids.map((id) => byId.get(id)?.name ?? 'a widget of a newer version').join(', ');
+    const change = (words, body, done) => async () => {
+      try {
+        await call(words, body);
+        announce(done);
+        await refresh();
+      } catch (error) {
+        reportError(error);
+      }
+    };
+    const rows = state.profiles.filter((profile) => (widget.shownIn ?? []).includes(profile.id)).map((profile) => {
+      const stacks = profile.stacks ?? [];
+      const own = stacks.find((stack) => stack.members.includes(widget.id));
+      if (own) {
+        const others = own.members.filter((id) => id !== widget.id);
+        return row(profile.name,
+          button('Unstack', change('widgets/unstack', { workspace: profile.id, widget: widget.id },
+            `Unstacked ${widget.name} in ${profile.name}.`), { name: `Unstack in ${profile.name}` }),
+          `Stacked with ${names(others)}.`);
+      }
+      const partners = state.widgets.filter((other) => other.id !== widget.id &&
+        (other.shownIn ?? []).includes(profile.id) && (other.span ?? 1) === (widget.span ?? 1));
+      if (!partners.length) return row(profile.name, null, 'No other widget of this width is shown here.');
+      const options = [['', 'Not stacked'], ...partners.map((other) => [other.id, other.name])];
+      return row(profile.name, popup(`Stack in ${profile.name}`, options, '', async (partner) => {
+        if (!partner) return;
+        const joined = stacks.find((stack) => stack.members.includes(partner));
+        const members = joined ? [...joined.members, widget.id] : [partner, widget.id];
+        await change('widgets/stack', { workspace: profile.id, widget: members },
+          `Stacked ${widget.name} with ${names(members.filter((id) => id !== widget.id))}.`)();
+      }), 'Share one place with another widget of this width.');
+    });
+    if (!rows.length) return null;
+    return [h('h2', {}, 'Stacks'), group(...rows)];
   }
 
   await refresh();

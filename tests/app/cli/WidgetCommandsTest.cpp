@@ -96,6 +96,11 @@ TEST_F(WidgetTool, EntriesOfNewerBuildsSurviveEveryCommandThatSaves) {
     ASSERT_EQ(stacks.size(), 1u)
         << "Tea leaves the old stack, which keeps only the unreadable member and goes";
     EXPECT_EQ(stacks[0]["id"], stackID);
+    ok({"widgets", "unstack", "Work", "Mochi"});
+    check("unstack");
+    EXPECT_FALSE(profile("Work").contains("stacks"));
+    EXPECT_EQ(bundleIdentifiers(profile("Work")).size(), profile("Work")["items"].size()) << "both stay shown";
+    ok({"widgets", "stack", "Work", "Tea", "Mochi"});
     ok({"widgets", "hide", "Mochi", "--in", "Play"});
     check("hide");
     EXPECT_EQ(file("widgets.json")["widgets"][2]["slot"], 4) << "still shown in Work, so it keeps its slot";
@@ -144,6 +149,7 @@ TEST_F(WidgetTool, BadInputIsOneLineAndChangesNothing) {
         fails({"widgets", "stack", "Work", "Tea", "Tools"}, 1).find("\"Tools\" is not shown in \"Work\""),
         std::string::npos);
     EXPECT_NE(fails({"widgets", "stack", "Work", "Tea", "tea"}, 2).find("named twice"), std::string::npos);
+    EXPECT_EQ(fails({"widgets", "unstack", "Work", "Tools"}, 1), "corvane: \"Tools\" is in no stack in \"Work\"\n");
     EXPECT_EQ(fails({"colour", "hex", "#12345"}, 2), "corvane: \"#12345\" is not a colour like #RRGGBB\n");
     EXPECT_NE(
         fails({"colour", "cmyk", "#123456"}, 2).find("the formats: hex, hexLowercase, rgb, hsl, swiftUI"),
