@@ -181,6 +181,17 @@ void drawIcon(ToolContext& context, const IconArguments& args) {
 
 } // namespace
 
+std::string widgetTilePNG(ToolContext& context, const DockWidget& widget, int size) {
+    auto rows = readWidgetsNow(context, {widget});
+    const auto& reading = rows.front().reading;
+    BarTile tile{.kind = BarTile::Kind::widget,
+                 .label = widget.name,
+                 .widgetKind = widget.kind.which(),
+                 .caption = reading.trouble ? *reading.trouble : reading.caption};
+    auto style = AppPreferences(*context.openDefaults()).load().dockStyle;
+    return encodePNG(rasterizeTile(tile, size, style.trashIcon));
+}
+
 void addPreviewCommand(CLI::App& app, ToolContext& context) {
     auto args = std::make_shared<Arguments>();
     auto* preview = app.add_subcommand("preview", "Draw the own Dock bar as a workspace would show it, as a PNG");

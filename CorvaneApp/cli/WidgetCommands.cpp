@@ -1,6 +1,7 @@
 #include "CorvaneApp/cli/WidgetCommands.hpp"
 
 #include "CorvaneApp/cli/LiveReaders.hpp"
+#include "CorvaneApp/cli/PreviewCommand.hpp"
 #include "CorvaneApp/cli/ToolContext.hpp"
 #include "CorvaneApp/cli/WorkspaceArgument.hpp"
 #include "CorvaneApp/widgets/PlaceholderHelpers.hpp"
@@ -8,6 +9,7 @@
 #include "CorvaneCore/support/JsonCoding.hpp"
 #include "CorvaneCore/support/Text.hpp"
 #include "CorvaneCore/widgets/DockSlot.hpp"
+#include "CorvaneStorage/storage/AtomicFile.hpp"
 #include "CorvaneCore/widgets/WidgetCoding.hpp"
 #include "CorvaneCore/widgets/WidgetPlacement.hpp"
 #include "CorvaneStorage/storage/StoragePath.hpp"
@@ -441,6 +443,42 @@ void addWidgetCommands(CLI::App& app, ToolContext& context) {
     unstackCommand->callback([&context, &out, args] {
         Stores stores(context);
         unstack(stores, args->workspace, args->widget, out);
+    });
+
+    struct TileArguments {
+        std::string widget;
+        std::string kind;
+        int size = 128;
+        std::string output;
+    };
+    auto tileArgs = std::make_shared<TileArguments>();
+    auto* tile = widgets->add_subcommand(
+        "tile", "A widget's tile as the own Dock bar draws it now, as a PNG; a kind's, with its first settings");
+    auto* tileWidget = tile->add_option("WIDGET", tileArgs->widget, "Id, unique id prefix or name");
+    tile->add_option("--kind", tileArgs->kind, "A kind instead of a widget: timer, weather, …")->excludes(tileWidget);
+    tile->add_option("--size", tileArgs->size, "Its width and height in pixels, 16 to 512 (default 128)");
+    tile->add_option("-o,--output", tileArgs->output, "The PNG file to write, - for standard output")->required();
+    tile->callback([&context, &out, tileArgs] {
+        if (tileArgs->widget.empty() == tileArgs->kind.empty()) throw UsageError("give a widget, or --kind");
+        if (tileArgs->size < 16 || tileArgs->size > 512)
+            throw UsageError("--size must be 16 to 512 pixels, not " + std::to_string(tileArgs->size));
+        if (text::trimmed(tileArgs->output).empty()) throw UsageError("-o needs a file name, or - for standard output");
+        std::optional<DockWidget> widget;
+        if (!tileArgs->kind.empty()) {
+            auto kind = parseKind(tileArgs->kind);
+            widget.emplace(Uuid::generate(), std::string(kKindTitles[static_cast<std::size_t>(kind)]), std::nullopt,
+                           DockWidget::Kind::defaults(kind));
+        } else {
+            Stores stores(context);
+            widget = resolveWidget(stores.widgets.file().widgets, tileArgs->widget);
+        }
+        auto png = widgetTilePNG(context, *widget, tileArgs->size);
+        if (tileArgs->output == "-") {
+            out << png;
+            return;
+        }
+        writeFileAtomically(tileArgs->output, png);
+        out << "Wrote " << tileArgs->output << " (the tile of " << inQuotes(widget->name) << ").\n";
     });
 
     auto* settings = widgets->add_subcommand("settings", "A widget's settings, every field with its value");

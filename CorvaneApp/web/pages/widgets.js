@@ -56,6 +56,26 @@ export async function render(root, { title, item = null }) {
   const state = { widgets: [], profiles: [], openId: item };
   const installed = h('div');
   const detail = h('div');
+  // Tiles as the bar draws them, fetched one at a time once the page is up, so that a person's
+  // own calls never wait behind a row of pictures. The signs stand in until they come.
+  const pictures = [];
+  const tilePicture = (body, glyph, className) => {
+    const box = h('div', { class: className, 'aria-hidden': 'true' }, glyph);
+    pictures.push([box, body]);
+    return box;
+  };
+  const drawTiles = async () => {
+    while (pictures.length) {
+      const [box, body] = pictures.shift();
+      if (!box.isConnected) continue;
+      try {
+        const reply = await call('widgets/tile', { ...body, size: 96, output: '-' });
+        if (reply.image) box.replaceChildren(h('img', { src: reply.image, alt: '' }));
+      } catch {
+        return; // a tool without tiles keeps the signs
+      }
+    }
+  };
   root.append(h('h1', {}, title), installed, detail, galleryView());
 
   async function refresh() {
@@ -70,7 +90,7 @@ export async function render(root, { title, item = null }) {
   function galleryView() {
     return section('Gallery', h('div', { class: 'gallery' }, KINDS.map(([kind, name, glyph, about]) =>
       h('div', { class: 'card' },
-        h('div', { class: 'glyph', 'aria-hidden': 'true' }, glyph),
+        tilePicture({ kind }, glyph, 'glyph'),
         h('strong', {}, name),
         h('span', { class: 'secondary' }, about),
         button('Add', async () => {
@@ -200,6 +220,7 @@ export async function render(root, { title, item = null }) {
   }
 
   await refresh();
+  drawTiles();
 }
 
 /** The editor for one field, picked from the value's type; null (unset) reads as text. */

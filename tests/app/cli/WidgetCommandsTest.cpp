@@ -266,6 +266,25 @@ TEST_F(WidgetTool, NowReadsEveryShownWidgetInWorkspaceOrder) {
     EXPECT_NE(table.find("Converter  converter  1 m = 3.281 ft"), std::string::npos) << table;
 }
 
+TEST_F(WidgetTool, TileDrawsAWidgetWithWhatItReadsOrAKindWithItsFirstSettings) {
+    auto note = firstLine(ok({"widgets", "add", "note", "--name", "Shopping"}));
+    auto blank = ok({"widgets", "tile", "--kind", "note", "--size", "64", "-o", "-"});
+    ASSERT_EQ(blank.rfind("\x89PNG\r\n\x1a\n", 0), 0u);
+    // The IHDR chunk: width and height, big-endian, right after the signature and chunk header.
+    EXPECT_EQ(blank.substr(16, 8), std::string("\0\0\0\x40\0\0\0\x40", 8));
+    EXPECT_EQ(ok({"widgets", "tile", "Shopping", "--size", "64", "-o", "-"}), blank) << "an empty note is drawn alike";
+    ok({"widgets", "set", "Shopping", "text", "Milk"});
+    EXPECT_NE(ok({"widgets", "tile", note, "--size", "64", "-o", "-"}), blank) << "its text is on the tile";
+    EXPECT_EQ(ok({"widgets", "tile", "Shopping", "-o", (data / "note.png").string()}),
+              "Wrote " + (data / "note.png").string() + " (the tile of \"Shopping\").\n");
+
+    EXPECT_NE(fails({"widgets", "tile", "-o", "-"}, 2).find("give a widget, or --kind"), std::string::npos);
+    fails({"widgets", "tile", "Shopping", "--kind", "note", "-o", "-"}, 2);
+    fails({"widgets", "tile", "--kind", "hologram", "-o", "-"}, 2);
+    fails({"widgets", "tile", "--kind", "note", "--size", "8", "-o", "-"}, 2);
+    fails({"widgets", "tile", "Nobody", "-o", "-"}, 1);
+}
+
 TEST_F(WidgetTool, NowWithNothingShownSaysHowToShowOne) {
     ok({"widgets", "add", "note"});
     EXPECT_EQ(ok({"widgets", "now"}), "No widget is shown in any workspace. Show one with: corvane widgets show WIDGET --in WORKSPACE\n");
