@@ -73,6 +73,9 @@ std::filesystem::path screenshotsFolder(const ProcessEnvironment& environment) {
     return std::filesystem::path(home->second) / "Desktop";
 }
 
+/// A queue with a thread of its own, for work that must stay off the main thread.
+std::unique_ptr<SerialQueue> threadQueue() { return std::make_unique<ThreadSerialQueue>(); }
+
 } // namespace
 
 #ifdef __APPLE__
@@ -171,7 +174,7 @@ LivePlatform::LivePlatform(Options options) : adapters_(std::make_unique<Adapter
         .mainQueue = a.mainQueue,
         .log = a.log,
         .storeURL = StoragePath::clipboardFileURL(options.dataDirectory),
-        .makeQueue = [] { return std::unique_ptr<SerialQueue>(std::make_unique<ThreadSerialQueue>()); },
+        .makeQueue = threadQueue,
         .frontmostApplication =
             [] {
                 auto frontmost = SystemPasteboard::frontmostApplication();
@@ -202,7 +205,7 @@ LivePlatform::LivePlatform(Options options) : adapters_(std::make_unique<Adapter
         .setLaunchesAtLogin = a.setLaunchesAtLogin,
         .settingsFile = a.settingsFile,
         .widgetPorts = widgetPorts_.get(),
-        .makeWidgetQueue = [] { return std::unique_ptr<SerialQueue>(std::make_unique<ThreadSerialQueue>()); },
+        .makeWidgetQueue = threadQueue,
 #ifdef __APPLE__
         .requestWidgetAccess = WidgetPermissions::request,
 #endif
