@@ -8,7 +8,7 @@ import { createInterface } from 'node:readline';
 import { fileURLToPath } from 'node:url';
 import { chromium } from 'playwright-core';
 
-const root = path.resolve(path.dirname(fileURLToPath(import.meta.url)), '../..');
+export const root = path.resolve(path.dirname(fileURLToPath(import.meta.url)), '../..');
 export const corvaneBinary = process.env.CORVANE_BIN ?? path.join(root, 'build/CorvaneApp/corvane');
 export const chromiumPath = process.env.CORVANE_CHROMIUM ?? '/usr/bin/chromium';
 
