@@ -162,18 +162,13 @@ std::vector<LiveWidgetRow> readWidgetsNow(ToolContext& context, const std::vecto
     auto defaults = context.openDefaults();
     LogUserAlerts alerts(services.log);
     std::optional<SharedSystemLoad> load;
-    if (services.load) load.emplace(*services.load, services.clock);
+    auto machine = services.machine;
+    if (machine.load) machine.load = &load.emplace(*machine.load, services.clock);
     LiveWidgetPorts ports{.clock = services.clock,
                           .calendar = services.calendar,
                           .alerts = &alerts,
                           .defaults = defaults.get(),
-                          .load = load ? &*load : nullptr,
-                          .power = services.power,
-                          .network = services.network,
-                          .music = services.music,
-                          .events = services.events,
-                          .fans = services.fans,
-                          .desktop = services.desktop,
+                          .machine = machine,
                           .dataDirectory = context.dataDirectory(),
                           .screenshotsFolder = screenshotsFolder(services.environment),
                           .downloadsFolder = DownloadsTile::folder(services.environment)};

@@ -1,5 +1,6 @@
 #include "CorvaneApp/cli/SystemToolServices.hpp"
 
+#include "CorvaneApp/shell/SystemMachine.hpp"
 #include "platform/curl/CurlHttpClient.hpp"
 #include "platform/posix/PlistFileUserDefaults.hpp"
 #include "platform/posix/PosixProcessRunner.hpp"
@@ -15,7 +16,6 @@
 #include "platform/macos/LibprocProcessTable.hpp"
 #include "platform/macos/MacMountedVolumes.hpp"
 #include "platform/macos/MacPermissionStates.hpp"
-#include "platform/macos/MacSystemLoad.hpp"
 #include "platform/macos/OsLog.hpp"
 #include "platform/macos/SkyLightDesktopServer.hpp"
 #else
@@ -23,10 +23,7 @@
 #include "platform/posix/LocalTimeCalendar.hpp"
 #include "platform/posix/MountTableVolumes.hpp"
 #include "platform/posix/NullNotifier.hpp"
-#include "platform/posix/ProcNetworkCounters.hpp"
 #include "platform/posix/ProcProcessTable.hpp"
-#include "platform/posix/ProcSystemLoad.hpp"
-#include "platform/posix/SysPowerSource.hpp"
 #endif
 
 namespace corvane {
@@ -63,17 +60,14 @@ struct SystemToolServices::Adapters {
     MacMountedVolumes volumes;
     LazyDesktopServer desktops;
     MacPermissionStates permissions;
-    MacSystemLoad load;
 #else
     NullNotifier notifier;
     StderrLog log{environment.contains("CORVANE_LOG")};
     ProcProcessTable processes;
     LocalTimeCalendar calendar;
     MountTableVolumes volumes;
-    ProcSystemLoad load;
-    SysPowerSource power;
-    ProcNetworkCounters network;
 #endif
+    SystemMachine machine;
     SystemClock clock;
     PosixProcessRunner runner;
     ThreadSleeper sleeper;
@@ -112,11 +106,7 @@ struct SystemToolServices::Adapters {
         .desktops = &desktops,
         .permissions = &permissions,
 #endif
-        .load = &load,
-#ifndef __APPLE__
-        .power = &power,
-        .network = &network,
-#endif
+        .machine = machine.sources(),
         .sleeper = &sleeper,
     };
 };

@@ -11,6 +11,7 @@
 #include "CorvaneCore/platform/PermissionStates.hpp"
 #include "CorvaneCore/platform/SecretStore.hpp"
 #include "CorvaneCore/platform/Sleeper.hpp"
+#include "CorvaneWidgetsUI/live/MachineSources.hpp"
 #include "CorvaneCore/platform/SystemFolders.hpp"
 #include "CorvaneCore/platform/UserDefaults.hpp"
 
@@ -27,13 +28,6 @@
 
 namespace corvane {
 
-class CalendarEvents;
-class DesktopActions;
-class FanSensors;
-class NetworkCounters;
-class NowPlaying;
-class PowerSource;
-class SystemLoad;
 
 /// A command used the wrong way: exit status 2 instead of 1.
 class UsageError : public std::runtime_error {
@@ -67,15 +61,8 @@ struct ToolServices {
     /// What the user has allowed; none where the system asks nothing.
     const PermissionStates* permissions = nullptr;
 
-    /// The machine's readings and desktop actions for the live widgets; none where this system
-    /// has no such source, and the widgets that need it say so.
-    SystemLoad* load = nullptr;
-    PowerSource* power = nullptr;
-    NetworkCounters* network = nullptr;
-    NowPlaying* music = nullptr;
-    CalendarEvents* events = nullptr;
-    FanSensors* fans = nullptr;
-    DesktopActions* desktop = nullptr;
+    /// The machine's readings and desktop actions for the live widgets.
+    MachineSources machine;
     /// Waits between the two samples that processor shares and network rates are taken from.
     Sleeper* sleeper = nullptr;
 };

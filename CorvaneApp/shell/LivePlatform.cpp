@@ -1,6 +1,8 @@
 #include "CorvaneApp/shell/LivePlatform.hpp"
 
 #include "CorvaneApp/shell/SystemDock.hpp"
+#include "CorvaneApp/shell/SystemMachine.hpp"
+#include "CorvaneWidgetsUI/live/SharedSystemLoad.hpp"
 #include "CorvaneCore/bar/DownloadsTile.hpp"
 #include "CorvaneCore/dock/DockPlistPath.hpp"
 #include "CorvaneStorage/storage/StoragePath.hpp"
@@ -18,14 +20,8 @@
 #include "platform/macos/DispatchMainQueue.hpp"
 #include "platform/macos/DistributedNotifier.hpp"
 #include "platform/macos/LibprocProcessTable.hpp"
-#include "platform/macos/EventKitCalendarEvents.hpp"
-#include "platform/macos/IOKitPowerSource.hpp"
-#include "platform/macos/IfaddrsNetworkCounters.hpp"
 #include "platform/macos/LoginItem.hpp"
-#include "platform/macos/MacDesktopActions.hpp"
-#include "platform/macos/MacSystemLoad.hpp"
 #include "platform/macos/MacUserAlerts.hpp"
-#include "platform/macos/MusicNowPlaying.hpp"
 #include "platform/macos/WidgetPermissions.hpp"
 #include "platform/macos/OsLog.hpp"
 #include "platform/macos/KeychainSecretStore.hpp"
@@ -41,9 +37,6 @@
 #include "platform/posix/AbsentDesktopServices.hpp"
 #include "platform/posix/LocalTimeCalendar.hpp"
 #include "platform/posix/LogUserAlerts.hpp"
-#include "platform/posix/ProcNetworkCounters.hpp"
-#include "platform/posix/ProcSystemLoad.hpp"
-#include "platform/posix/SysPowerSource.hpp"
 #include "platform/posix/NullNotifier.hpp"
 #include "platform/posix/PlistFileUserDefaults.hpp"
 #include "platform/posix/ProcProcessTable.hpp"
@@ -64,6 +57,9 @@ struct CommonAdapters {
     /// The macOS Dock's own settings, where there is one to keep out of the bar's way.
     std::unique_ptr<DockSettings> dockSettings;
     std::function<std::optional<std::string>(bool)> setLaunchesAtLogin;
+    // What the live widgets read and act through.
+    SystemMachine machine;
+    std::optional<SharedSystemLoad> sharedLoad;
 };
 
 /// Where new screenshots land unless the user moved them: the Desktop.
@@ -100,15 +96,8 @@ struct LivePlatform::Adapters : CommonAdapters {
     WorkspaceDesktopEvents desktopEvents;
     CFPreferencesSpacesPreferences spaces;
     std::optional<std::filesystem::path> settingsFile;
-    // What the live widgets read.
     CFCalendarAdapter calendar;
     MacUserAlerts alerts;
-    MacSystemLoad load;
-    IOKitPowerSource power;
-    IfaddrsNetworkCounters network;
-    MusicNowPlaying music;
-    EventKitCalendarEvents events;
-    MacDesktopActions desktop;
     // The clipboard widget's history, kept as copies happen.
     SystemPasteboard pasteboard;
     KeychainSecretStore secrets{log};
@@ -134,31 +123,23 @@ struct LivePlatform::Adapters : CommonAdapters {
     AbsentDesktops& desktopEvents = desktops;
     AbsentDesktops& spaces = desktops;
     std::optional<std::filesystem::path> settingsFile;
-    // What the live widgets read; music, calendars, fans and desktop actions have no reading here.
     LocalTimeCalendar calendar;
     LogUserAlerts alerts{log};
-    ProcSystemLoad load;
-    SysPowerSource power;
-    ProcNetworkCounters network;
 };
 #endif
 
 LivePlatform::LivePlatform(Options options) : adapters_(std::make_unique<Adapters>(options)) {
     auto& a = *adapters_;
     a.dock = openSystemDock(options.environment, options.dockPlist, a.processes, a.runner, a.clock, a.sleeper);
+    // One processor measurement for every activity widget and pet ticked together.
+    auto machine = a.machine.sources();
+    if (machine.load) machine.load = &a.sharedLoad.emplace(*machine.load, a.clock);
     widgetPorts_ = std::make_unique<LiveWidgetPorts>(LiveWidgetPorts{
         .clock = a.clock,
         .calendar = a.calendar,
         .alerts = &a.alerts,
         .defaults = &a.defaults,
-        .load = &a.load,
-        .power = &a.power,
-        .network = &a.network,
-#ifdef __APPLE__
-        .music = &a.music,
-        .events = &a.events,
-        .desktop = &a.desktop,
-#endif
+        .machine = machine,
         .dataDirectory = options.dataDirectory,
         .screenshotsFolder = screenshotsFolder(options.environment),
         .downloadsFolder = DownloadsTile::folder(options.environment),

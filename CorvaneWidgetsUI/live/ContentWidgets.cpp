@@ -447,19 +447,19 @@ std::unique_ptr<LiveWidget> makeContentWidget(const DockWidget& widget, const Li
     case WidgetKind::converter:
         return std::make_unique<ConverterWidget>(widget);
     case WidgetKind::calendar:
-        if (!ports.events) return missing(WidgetTrouble::notAvailableHere);
-        return std::make_unique<CalendarWidget>(widget, *ports.events, ports.calendar);
+        if (!ports.machine.events) return missing(WidgetTrouble::notAvailableHere);
+        return std::make_unique<CalendarWidget>(widget, *ports.machine.events, ports.calendar);
     case WidgetKind::reminders:
-        if (!ports.events) return missing(WidgetTrouble::notAvailableHere);
-        return std::make_unique<RemindersWidget>(widget, *ports.events, ports.calendar);
+        if (!ports.machine.events) return missing(WidgetTrouble::notAvailableHere);
+        return std::make_unique<RemindersWidget>(widget, *ports.machine.events, ports.calendar);
     case WidgetKind::bookmarks:
-        return std::make_unique<BookmarksWidget>(widget, ports.desktop);
+        return std::make_unique<BookmarksWidget>(widget, ports.machine.desktop);
     case WidgetKind::screenshots:
-        return std::make_unique<FolderWidget>(widget, ports.screenshotsFolder, ports.desktop);
+        return std::make_unique<FolderWidget>(widget, ports.screenshotsFolder, ports.machine.desktop);
     case WidgetKind::files:
-        return std::make_unique<FolderWidget>(widget, ports.downloadsFolder, ports.desktop);
+        return std::make_unique<FolderWidget>(widget, ports.downloadsFolder, ports.machine.desktop);
     case WidgetKind::shelf:
-        return std::make_unique<ShelfWidget>(widget, ports.desktop);
+        return std::make_unique<ShelfWidget>(widget, ports.machine.desktop);
     case WidgetKind::collection:
         return std::make_unique<CollectionWidget>(widget);
     case WidgetKind::water:

@@ -7,6 +7,7 @@
 
 #include "CorvaneCore/support/Date.hpp"
 #include "CorvaneCore/widgets/DockWidget.hpp"
+#include "CorvaneWidgetsUI/live/MachineSources.hpp"
 
 #include <filesystem>
 #include <functional>
@@ -18,15 +19,8 @@
 namespace corvane {
 
 class Calendar;
-class CalendarEvents;
 struct ClipboardServices;
 class Clock;
-class DesktopActions;
-class FanSensors;
-class NetworkCounters;
-class NowPlaying;
-class PowerSource;
-class SystemLoad;
 class UserAlerts;
 class UserDefaults;
 
@@ -116,15 +110,10 @@ struct LiveWidgetPorts {
     UserAlerts* alerts = nullptr;
     UserDefaults* defaults = nullptr;
 
-    /// Shared by the activity widgets and the pets: pass a `SharedSystemLoad`, so that their
-    /// processor readings do not cut each other's intervals short.
-    SystemLoad* load = nullptr;
-    PowerSource* power = nullptr;
-    NetworkCounters* network = nullptr;
-    NowPlaying* music = nullptr;
-    CalendarEvents* events = nullptr;
-    FanSensors* fans = nullptr;
-    DesktopActions* desktop = nullptr;
+    /// The machine's readings and actions. Its `load` is shared by the activity widgets and the
+    /// pets: pass a `SharedSystemLoad`, so that their processor readings do not cut each other's
+    /// intervals short.
+    MachineSources machine;
 
     /// The data folder, where the water, colour and emoji files live; empty leaves those kinds
     /// without their files.

@@ -304,32 +304,32 @@ std::unique_ptr<LiveWidget> makeSystemWidget(const DockWidget& widget, const Liv
     auto missing = [&] { return std::make_unique<MissingWidget>(widget, WidgetTrouble::notAvailableHere); };
     switch (widget.kind.which()) {
     case WidgetKind::battery:
-        if (!ports.power) return missing();
-        return std::make_unique<BatteryWidget>(widget, *ports.power);
+        if (!ports.machine.power) return missing();
+        return std::make_unique<BatteryWidget>(widget, *ports.machine.power);
     case WidgetKind::activity:
-        if (!ports.load) return missing();
-        return std::make_unique<ActivityWidget>(widget, *ports.load);
+        if (!ports.machine.load) return missing();
+        return std::make_unique<ActivityWidget>(widget, *ports.machine.load);
     case WidgetKind::network:
-        if (!ports.network) return missing();
-        return std::make_unique<NetworkWidget>(widget, *ports.network);
+        if (!ports.machine.network) return missing();
+        return std::make_unique<NetworkWidget>(widget, *ports.machine.network);
     case WidgetKind::fans:
-        if (!ports.fans) return missing();
-        return std::make_unique<FansWidget>(widget, *ports.fans);
+        if (!ports.machine.fans) return missing();
+        return std::make_unique<FansWidget>(widget, *ports.machine.fans);
     case WidgetKind::music:
-        if (!ports.music) return missing();
-        return std::make_unique<MusicWidget>(widget, *ports.music);
+        if (!ports.machine.music) return missing();
+        return std::make_unique<MusicWidget>(widget, *ports.machine.music);
     case WidgetKind::shortcut:
-        if (!ports.desktop) return missing();
-        return std::make_unique<ShortcutWidget>(widget, *ports.desktop);
+        if (!ports.machine.desktop) return missing();
+        return std::make_unique<ShortcutWidget>(widget, *ports.machine.desktop);
     case WidgetKind::airdrop:
-        if (!ports.desktop) return missing();
-        return std::make_unique<AirDropWidget>(widget, *ports.desktop);
+        if (!ports.machine.desktop) return missing();
+        return std::make_unique<AirDropWidget>(widget, *ports.machine.desktop);
     case WidgetKind::keyboardLock:
-        if (!ports.desktop) return missing();
-        return std::make_unique<KeyboardLockWidget>(widget, *ports.desktop);
+        if (!ports.machine.desktop) return missing();
+        return std::make_unique<KeyboardLockWidget>(widget, *ports.machine.desktop);
     case WidgetKind::pet:
-        if (!ports.load) return missing();
-        return std::make_unique<PetWidget>(widget, *ports.load);
+        if (!ports.machine.load) return missing();
+        return std::make_unique<PetWidget>(widget, *ports.machine.load);
     default:
         return nullptr;
     }

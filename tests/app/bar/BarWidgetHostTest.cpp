@@ -40,7 +40,7 @@ struct Bar {
     std::vector<std::vector<Uuid>> changes;
 
     LiveWidgetPorts ports() {
-        return {.clock = clock, .calendar = calendar, .alerts = &alerts, .defaults = &defaults, .load = &load};
+        return {.clock = clock, .calendar = calendar, .alerts = &alerts, .defaults = &defaults, .machine = {.load = &load}};
     }
     /// How many times each widget was reported changed.
     int changesOf(const Uuid& id) const {

@@ -34,7 +34,7 @@ class LiveContent : public ::testing::Test {
     FixedOffsetCalendar calendar;
     TemporaryDirectory folder;
     RecordingDesktopActions desktop;
-    LiveWidgetPorts ports{.clock = clock, .calendar = calendar, .desktop = &desktop};
+    LiveWidgetPorts ports{.clock = clock, .calendar = calendar, .machine = {.desktop = &desktop}};
 
     template <typename Settings> static DockWidget widget(Settings settings, int span = 1) {
         return DockWidget(Uuid::generate(), "W", std::nullopt, DockWidget::Kind(std::move(settings)), span);
@@ -148,8 +148,8 @@ TEST_F(LiveContent, ColoursAndEmojiComeFromTheSharedFiles) {
 TEST_F(LiveContent, FansAirDropAndTheBatteryWithoutPercentage) {
     FakeFanSensors fans;
     FakePowerSource power;
-    ports.fans = &fans;
-    ports.power = &power;
+    ports.machine.fans = &fans;
+    ports.machine.power = &power;
     EXPECT_EQ(read(widget(DockWidget::Kind::defaults(WidgetKind::fans).value)).trouble, "no fans");
     fans.fans = {{"Left", 1800, 1200, 6000}, {"Right", 2400, 1200, 6000}};
     model->tick(now + 2);

@@ -110,7 +110,7 @@ TEST_F(LiveWidgets, ActivityAndNetworkMeasureBetweenTicks) {
     FakeSystemLoad load;
     load.memoryValue = 0.5;
     auto ports = bare;
-    ports.load = &load;
+    ports.machine.load = &load;
     auto activity = makeLiveWidget(widget(ActivitySettings{}), ports);
     EXPECT_EQ(first(*activity, start), (WidgetReading{.caption = "CPU measuring", .detail = "Memory 50%"}));
     EXPECT_EQ(activity->nextTick(), start + 2);
@@ -121,7 +121,7 @@ TEST_F(LiveWidgets, ActivityAndNetworkMeasureBetweenTicks) {
 
     FakeNetworkCounters counters;
     counters.interfaces = {{"wlan0", 0, 0, false}, {"eth0", 1000, 500, true}};
-    ports.network = &counters;
+    ports.machine.network = &counters;
     auto network = makeLiveWidget(widget(NetworkSettings{}), ports);
     EXPECT_EQ(first(*network, start), (WidgetReading{.caption = "measuring", .detail = "eth0"}));
     counters.interfaces[1] = {"eth0", 5000, 2500, true};
@@ -145,9 +145,9 @@ TEST_F(LiveWidgets, BatteryMusicAndActionsGoThroughTheirPorts) {
     FakeNowPlaying music;
     RecordingDesktopActions desktop;
     auto ports = bare;
-    ports.power = &power;
-    ports.music = &music;
-    ports.desktop = &desktop;
+    ports.machine.power = &power;
+    ports.machine.music = &music;
+    ports.machine.desktop = &desktop;
 
     auto battery = makeLiveWidget(widget(BatterySettings{}), ports);
     EXPECT_EQ(first(*battery, start).trouble, "no battery");
@@ -178,7 +178,7 @@ TEST_F(LiveWidgets, BatteryMusicAndActionsGoThroughTheirPorts) {
 TEST_F(LiveWidgets, KeyboardLockLiftsItselfAfterItsMinutes) {
     RecordingDesktopActions desktop;
     auto ports = bare;
-    ports.desktop = &desktop;
+    ports.machine.desktop = &desktop;
     auto lock = makeLiveWidget(widget(KeyboardLockSettings{.autoUnlockMinutes = 2}), ports);
     EXPECT_EQ(first(*lock, start).caption, "Unlocked");
     EXPECT_EQ(lock->nextTick(), std::nullopt);
@@ -193,7 +193,7 @@ TEST_F(LiveWidgets, KeyboardLockLiftsItselfAfterItsMinutes) {
 TEST_F(LiveWidgets, CalendarAndRemindersShowTodayForTheChosenCalendars) {
     FakeCalendarEvents events;
     auto ports = bare;
-    ports.events = &events;
+    ports.machine.events = &events;
     auto at = [&](int day, int hour, int minute = 0) { return calendar.at({2026, 3, day}, hour, minute); };
     events.eventList = {{"Holiday", at(10, 0), at(11, 0), true, "home"},
                         {"Stand-up", at(10, 8), at(10, 8, 15), false, "work"},
@@ -281,7 +281,7 @@ TEST_F(LiveWidgets, ModelsTickedTogetherShareOneProcessorMeasurement) {
     system.cpuValue = 0.3;
     SharedSystemLoad shared(system, clock);
     auto ports = bare;
-    ports.load = &shared;
+    ports.machine.load = &shared;
     auto activity = makeLiveWidget(widget(ActivitySettings{.showsMemory = false}), ports);
     auto pet = makeLiveWidget(widget(PetSettings{}), ports);
     activity->tick(clock.now());
